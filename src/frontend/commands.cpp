@@ -1,0 +1,136 @@
+// The table of command words and the commands that belong to the front end itself. A word is
+// matched whole and case-sensitively; the first token is cut with the blank as the only
+// separator, so "go\tdepth" is one unknown word.
+#include "commands.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "display.h"
+#include "fen.h"
+#include "input.h"
+#include "limits.h"
+#include "text.h"
+#include "zobrist.h"
+
+namespace {
+
+// A command gets the whole line as it came and the rest of the dispatcher's copy behind its word.
+using command_function = int (*)(const char *line, char *rest);
+
+int run_uci(const char *, char *)
+{
+    std::puts("id name Korvane 1.0 \r");
+    std::puts("id author Brennik Dolmar\r");
+    std::puts("uciok\r");
+    std::fflush(stdout);
+    return 0;
+}
+
+int run_isready(const char *, char *)
+{
+    std::puts("readyok\r");
+    std::fflush(stdout);
+    return 0;
+}
+
+int run_ucinewgame(const char *, char *)
+{
+    new_game();
+    return 0;
+}
+
+int run_nothing(const char *, char *) { return 0; }
+
+int run_printboard(const char *, char *)
+{
+    print_board();
+    return 0;
+}
+
+int run_position(const char *line, char *rest)
+{
+    const char *word = next_token(&rest, ' ');
+    if (!word) return 0;
+    if (std::strcmp(word, "fen") == 0) set_position_fen(line);
+    if (std::strcmp(word, "startpos") == 0) set_position_start(line);
+    return 0;
+}
+
+int run_stop(const char *, char *)
+{
+    search_stop = 1;
+    return 0;
+}
+
+int run_quit(const char *, char *) { return 1; }
+
+int run_boardkey(const char *, char *)
+{
+    std::printf("static  key: %llx\n", static_cast<unsigned long long>(current_key));
+    std::printf("current key: %llx\n", static_cast<unsigned long long>(full_key(&current_board)));
+    return 0;
+}
+
+int run_cls(const char *, char *)
+{
+    clear_console();
+    return 0;
+}
+
+int run_help(const char *, char *)
+{
+    std::puts("boardkey: Shows the current board zobrist hash value calculated in incremental and "
+              "full methods");
+    std::puts("perft n: perft command inorder to debug move generator bugs");
+    std::puts("movlist: display the current move list (not sorted)");
+    std::puts("sortedmoves: display the sorted current move list by their assigned score");
+    std::puts("boardscore: display the current board evaluation info");
+    std::puts("cls: clear the screen");
+    std::puts("printboard: prints the current board on the screen");
+    std::printf(
+        "go: default search limit depth %d and max %d ms\n", default_depth, default_time_ms);
+    std::printf("go depth n: search exactly up to depth n (clamped to %d)\n", depth_ceiling);
+    std::puts("go movetime n: search for at most n milliseconds");
+    std::puts("go depth n movetime m: stop at whichever limit is reached first");
+    return 0;
+}
+
+struct command {
+    const char *word;
+    command_function run;
+};
+
+// Tried top to bottom; the first whole-word match decides.
+constexpr command commands[] = {
+    { "uci", run_uci },
+    { "isready", run_isready },
+    { "ucinewgame", run_ucinewgame },
+    { "setoption", run_nothing }, // the engine has no options
+    { "printboard", run_printboard },
+    { "boardscore", run_nothing },
+    { "position", run_position },
+    { "go", run_nothing },
+    { "stop", run_stop },
+    { "quit", run_quit },
+    { "boardkey", run_boardkey },
+    { "perft", run_nothing },
+    { "movlist", run_nothing },
+    { "cls", run_cls },
+    { "sortedmoves", run_nothing },
+    { "help", run_help },
+};
+
+} // namespace
+
+int handle_command(const char *text)
+{
+    static char copy[command_size];
+    copy_cut(copy, text, sizeof copy);
+    char *rest = copy;
+    const char *word = next_token(&rest, ' ');
+    if (!word) return 0;
+    for (const command &c : commands)
+        if (std::strcmp(word, c.word) == 0) return c.run(text, rest);
+    return 0;
+}

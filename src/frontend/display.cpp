@@ -1,0 +1,55 @@
+// The board picture and the console.
+#include "display.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "board.h"
+#include "platform.h"
+
+void print_board()
+{
+    // Ten lines of 20 characters and CR LF; the dot of a square sits at 3 + 2 * file of the line
+    // of its rank, counted from rank 8.
+    constexpr int line_length = 22;
+    char picture[10 * line_length + 1];
+    for (int row = 0; row < 8; row++)
+        std::snprintf(
+            picture + row * line_length, line_length + 1, "%d| . . . . . . . . |\r\n", 8 - row);
+    std::memcpy(picture + 8 * line_length, "  ________________  \r\n", line_length);
+    std::memcpy(picture + 9 * line_length, "   a b c d e f g h  \r\n", line_length);
+    picture[10 * line_length] = '\0';
+
+    const Board &b = current_board;
+    const struct {
+        Bitboard set;
+        char letter;
+    } pieces[12] = { { b.white_pawns, 'P' }, { b.white_rooks, 'R' }, { b.white_knights, 'N' },
+        { b.white_bishops, 'B' }, { b.white_queens, 'Q' }, { b.white_king, 'K' },
+        { b.black_pawns, 'p' }, { b.black_rooks, 'r' }, { b.black_knights, 'n' },
+        { b.black_bishops, 'b' }, { b.black_queens, 'q' }, { b.black_king, 'k' } };
+    for (const auto &piece : pieces)
+        for (Bitboard set = piece.set; set; set &= set - 1) {
+            int square = first_square(set);
+            picture[(7 - square_rank(square)) * line_length + 3 + 2 * square_file(square)]
+                = piece.letter;
+        }
+
+    auto flag = [](std::int32_t value) { return value ? "True" : "False"; };
+    std::puts("");
+    std::fflush(stdout);
+    std::puts(picture);
+    std::fflush(stdout);
+    std::printf("White oo: %s   White ooo: %s\n", flag(b.white_oo), flag(b.white_ooo));
+    std::fflush(stdout);
+    std::printf("Black oo: %s   Black ooo: %s\n", flag(b.black_oo), flag(b.black_ooo));
+    std::fflush(stdout);
+    std::printf("Fifty Move Variable = %d\n", int(b.fifty_move));
+    std::fflush(stdout);
+    std::printf("Enpassant Rank No = %d\n", int(b.enpassant_file));
+    std::fflush(stdout);
+    std::puts(b.white_to_move ? "Side To Move = White" : "Side To Move = Black");
+    std::fflush(stdout);
+}
+
+void clear_console() { clear_terminal(); }

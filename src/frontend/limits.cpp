@@ -1,0 +1,105 @@
+// Search limits and the deadline.
+#include "limits.h"
+
+#include <cstring>
+
+#include "board.h"
+#include "platform.h"
+#include "text.h"
+
+std::int32_t search_stop = 0;
+std::int32_t search_depth_limit = default_depth;
+std::int32_t search_time_limit_ms = default_time_ms;
+std::int32_t time_limit_active = 1;
+double search_start_ms = 0;
+
+void parse_go(const char *line, std::int32_t *depth, std::int32_t *time_ms, std::int32_t *active)
+{
+    *depth = default_depth;
+    *time_ms = default_time_ms;
+    *active = 1;
+    bool depth_seen = false, movetime_seen = false, clock_seen = false;
+    std::int32_t wtime = -1, btime = -1, winc = 0, binc = 0, moves_to_go = 0;
+
+    char buffer[4096];
+    copy_cut(buffer, line, sizeof buffer);
+    char *cursor = buffer;
+    next_token(&cursor, ' '); // the word `go`
+    // Each word takes the next token as its value; a value out of range is dropped but consumed.
+    for (char *word; (word = next_token(&cursor, ' '));) {
+        struct rule {
+            const char *name;
+            std::int32_t *target;
+            std::int32_t lowest;
+            bool *seen;
+        };
+        const rule rules[] = {
+            { "depth", depth, 1, &depth_seen },
+            { "movetime", time_ms, 1, &movetime_seen },
+            { "wtime", &wtime, 0, &clock_seen },
+            { "btime", &btime, 0, &clock_seen },
+            { "winc", &winc, 0, &clock_seen },
+            { "binc", &binc, 0, &clock_seen },
+            { "movestogo", &moves_to_go, 1, &clock_seen },
+        };
+        for (const rule &r : rules) {
+            if (std::strcmp(word, r.name) != 0) continue;
+            char *value_text = next_token(&cursor, ' ');
+            if (!value_text) break;
+            std::int32_t value = text_to_int(value_text);
+            if (value >= r.lowest) {
+                *r.target = value;
+                *r.seen = true;
+            }
+            break;
+        }
+    }
+    if (depth_seen && *depth > depth_ceiling) *depth = depth_ceiling;
+    if (movetime_seen && *time_ms > time_ceiling_ms) *time_ms = time_ceiling_ms;
+
+    bool budget_set = false;
+    if (clock_seen && !movetime_seen) {
+        const std::int32_t remaining = current_board.white_to_move ? wtime : btime;
+        const std::int32_t increment = current_board.white_to_move ? winc : binc;
+        if (remaining > 0) {
+            std::int64_t budget = remaining / (moves_to_go ? moves_to_go : default_moves_to_go)
+                + std::int64_t(increment) * 8 / 10;
+            if (budget < lowest_budget_ms) budget = lowest_budget_ms;
+            if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
+            if (budget > time_ceiling_ms) budget = time_ceiling_ms;
+            if (budget < lowest_budget_ms) budget = lowest_budget_ms;
+            *time_ms = std::int32_t(budget);
+            *active = 1;
+            budget_set = true;
+            if (depth_seen) {
+                *active = 0;
+                *time_ms = 0;
+                return;
+            }
+            *depth = depth_ceiling;
+        }
+    }
+    if (!budget_set) {
+        if (depth_seen && !movetime_seen) {
+            *active = 0;
+            *time_ms = 0;
+            return;
+        }
+        if (movetime_seen && !depth_seen) *depth = depth_ceiling;
+        if (movetime_seen) *active = 1;
+    }
+    if (*active && *time_ms > time_ceiling_ms) *time_ms = time_ceiling_ms;
+}
+
+std::int32_t elapsed_ms(double now, double start)
+{
+    double difference = now > start ? now - start : start - now;
+    // Cut toward zero; a difference beyond the 32-bit range stays at its top.
+    return difference >= 2147483647.0 ? 2147483647 : std::int32_t(difference);
+}
+
+void check_deadline()
+{
+    if (!time_limit_active) return;
+    if (elapsed_ms(clock_ms_real(), search_start_ms) > search_time_limit_ms) search_stop = 1;
+}

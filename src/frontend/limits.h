@@ -1,0 +1,27 @@
+// What a search may spend: the limits of a `go` command, the clock and the deadline test, and
+// the flag that ends a running search.
+#pragma once
+
+#include <cstdint>
+
+// Set to 1 to end the running search: by `stop` or `quit` during a search, or by the clock.
+extern std::int32_t search_stop;
+
+extern std::int32_t search_depth_limit; // the last iteration the search may run, 1..12
+extern std::int32_t search_time_limit_ms; // 0 when time_limit_active is 0
+extern std::int32_t time_limit_active; // 1: the time limit holds; 0: depth (or stop) alone
+extern double search_start_ms; // clock_ms_real() when the search started
+
+constexpr int default_depth = 6, default_time_ms = 10000;
+constexpr int depth_ceiling = 12, time_ceiling_ms = 5500;
+constexpr int default_moves_to_go = 30, lowest_budget_ms = 20, clock_margin_ms = 10;
+
+// Reads the arguments of a `go` line (the whole line) into the three limits; the clock words
+// are read for the side to move of current_board.
+void parse_go(const char *line, std::int32_t *depth, std::int32_t *time_ms, std::int32_t *active);
+
+// The absolute difference of two clock readings, cut to a 32-bit integer.
+std::int32_t elapsed_ms(double now, double start);
+
+// Sets search_stop once the elapsed time is strictly above the time limit.
+void check_deadline();

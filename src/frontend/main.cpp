@@ -1,0 +1,12 @@
+// Korvane: a UCI chess engine. Reads no arguments and prints nothing until spoken to.
+#include <cstdio>
+
+#include "engine.h"
+
+int main()
+{
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    engine_init();
+    command_loop();
+    return 0;
+}

@@ -1,0 +1,97 @@
+// POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console.
+#include "platform.h"
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+std::uint64_t clock_ms()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::uint64_t(now.tv_sec) * 1000 + std::uint64_t(now.tv_nsec) / 1000000;
+}
+
+double clock_ms_real()
+{
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return double(now.tv_sec) * 1000.0 + double(now.tv_nsec) / 1e6;
+}
+
+namespace {
+
+// Bytes read from descriptor 0 and not yet taken: stdin_buffer[start, end).
+char stdin_buffer[65536];
+int stdin_start = 0, stdin_end = 0;
+bool stdin_ended = false;
+
+// One read(2) into the free part of the buffer; false at the end of input or on an error.
+bool fill_buffer()
+{
+    if (stdin_ended) return false;
+    if (stdin_start == stdin_end) stdin_start = stdin_end = 0;
+    if (stdin_start > 0 && stdin_end == int(sizeof stdin_buffer)) {
+        std::memmove(
+            stdin_buffer, stdin_buffer + stdin_start, std::size_t(stdin_end - stdin_start));
+        stdin_end -= stdin_start;
+        stdin_start = 0;
+    }
+    ssize_t got;
+    do got = read(0, stdin_buffer + stdin_end, sizeof stdin_buffer - std::size_t(stdin_end));
+    while (got < 0 && errno == EINTR);
+    if (got <= 0) {
+        stdin_ended = true;
+        return false;
+    }
+    stdin_end += int(got);
+    return true;
+}
+
+} // namespace
+
+int stdin_read_line(char *text, int size)
+{
+    int copied = 0;
+    while (copied < size - 1) {
+        if (stdin_start == stdin_end && !fill_buffer()) break;
+        char c = stdin_buffer[stdin_start++];
+        text[copied++] = c;
+        if (c == '\n') break;
+    }
+    text[copied] = '\0';
+    return copied;
+}
+
+bool stdin_is_pipe()
+{
+    struct stat info;
+    if (fstat(0, &info) != 0) return false;
+    return S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode);
+}
+
+int stdin_take_waiting(char *bytes, int most)
+{
+    if (stdin_start == stdin_end) {
+        if (stdin_ended) return 0;
+        pollfd ready = { 0, POLLIN, 0 };
+        if (poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return 0;
+        if (!fill_buffer()) return 0;
+    }
+    int taken = stdin_end - stdin_start < most ? stdin_end - stdin_start : most;
+    std::memcpy(bytes, stdin_buffer + stdin_start, std::size_t(taken));
+    stdin_start += taken;
+    return taken;
+}
+
+void clear_terminal()
+{
+    if (!isatty(1)) return;
+    // Erase the screen and its scroll-back, then home the cursor.
+    static const char sequence[] = "\x1b[2J\x1b[3J\x1b[H";
+    ssize_t written = write(1, sequence, sizeof sequence - 1);
+    (void)written;
+}

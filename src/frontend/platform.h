@@ -1,0 +1,30 @@
+// The engine's only contact with the operating system: a monotonic clock, the one reader of
+// standard input, and clearing a terminal.
+#pragma once
+
+#include <cstdint>
+
+// Milliseconds of a monotonic clock; only differences mean anything.
+std::uint64_t clock_ms();
+// The same clock as a double, with the fraction of a millisecond.
+double clock_ms_real();
+
+// Standard input is read by file descriptor 0 into one buffer that both the command loop and the
+// search's poll take from, so no line can hide where the other route can't see it.
+
+// Copies the next line into `text`, as fgets would: up to and including its line feed, and at
+// most size - 1 bytes; the rest of a longer line stays for the next call. Blocks until a whole
+// line, the end of input or a full `text` is there. Returns the number of bytes copied, 0 at the
+// end of input with nothing left.
+int stdin_read_line(char *text, int size);
+
+// True when standard input is a pipe or a socket (not a terminal or a regular file).
+bool stdin_is_pipe();
+
+// Takes up to `most` bytes that are already waiting, without blocking: what the buffer holds,
+// else what one read of the descriptor brings if the descriptor is ready. Returns 0 when nothing
+// waits or the input has ended.
+int stdin_take_waiting(char *bytes, int most);
+
+// Clears a terminal on standard output; prints nothing when it is a pipe or a file.
+void clear_terminal();

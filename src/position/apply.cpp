@@ -1,0 +1,220 @@
+// The move appliers. Both colours and both appliers share one body: `white` picks the sets and
+// squares of the mover, `keyed` adds the key updates and the key-only rules.
+#include "apply.h"
+
+#include "zobrist.h"
+
+std::uint64_t key_history[key_history_size];
+std::int32_t key_history_count = 0;
+
+namespace {
+
+using Set = Bitboard Board::*;
+
+// The mover's geometry; black mirrors white by ranks.
+template <bool white> struct side {
+    static constexpr Set pawns = white ? &Board::white_pawns : &Board::black_pawns;
+    static constexpr Set rooks = white ? &Board::white_rooks : &Board::black_rooks;
+    static constexpr Set knights = white ? &Board::white_knights : &Board::black_knights;
+    static constexpr Set bishops = white ? &Board::white_bishops : &Board::black_bishops;
+    static constexpr Set queens = white ? &Board::white_queens : &Board::black_queens;
+    static constexpr Set king = white ? &Board::white_king : &Board::black_king;
+    static constexpr int colour_kind = white ? 1 : 0;
+    static constexpr int enpassant_from_rank = white ? 4 : 3;
+    static constexpr int captured_pawn_offset = white ? -8 : 8;
+    static constexpr int double_from_rank = white ? 1 : 6, double_to_rank = white ? 3 : 4;
+    static constexpr int queen_corner = white ? 0 : 56, king_corner = white ? 7 : 63;
+    static constexpr int queen_arrival = white ? 2 : 58, king_arrival = white ? 6 : 62;
+    static constexpr int queen_rook_to = white ? 3 : 59, king_rook_to = white ? 5 : 61;
+    static constexpr std::uint64_t queen_rook_key = white ? castle_rook_a1_d1 : castle_rook_a8_d8;
+    static constexpr std::uint64_t king_rook_key = white ? castle_rook_h1_f1 : castle_rook_h8_f8;
+    static constexpr std::int32_t Board::*oo = white ? &Board::white_oo : &Board::black_oo;
+    static constexpr std::int32_t Board::*ooo = white ? &Board::white_ooo : &Board::black_ooo;
+    static constexpr int oo_entry = white ? zobrist_white_oo : zobrist_black_oo;
+    static constexpr int ooo_entry = white ? zobrist_white_ooo : zobrist_black_ooo;
+};
+
+template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t *key)
+{
+    using us = side<white>;
+    using them = side<!white>;
+    const int from = move_from(move), to = move_to(move);
+    const Bitboard from_bit = square_bit(from), to_bit = square_bit(to);
+    const int old_file = b->enpassant_file;
+    // Whether the old file's entry is in the key: always so for boards reached by this applier;
+    // a FEN may name a file no pawn can use, and its entry is then absent (kept equal to full_key).
+    const bool old_file_keyed = keyed && enpassant_in_key(*b);
+    bool new_file = false;
+    int capture_square = to;
+    std::uint64_t k = keyed ? *key : 0;
+    b->fifty_move++;
+
+    // The mover, looked for in this order; with none on `from`, nothing moves.
+    static constexpr Set order[6]
+        = { us::pawns, us::rooks, us::king, us::knights, us::bishops, us::queens };
+    static constexpr int kinds[6]
+        = { kind_pawn, kind_rook, kind_king, kind_knight, kind_bishop, kind_queen };
+    int mover = -1;
+    for (int i = 0; i < 6; i++)
+        if (b->*order[i] & from_bit) {
+            mover = i;
+            break;
+        }
+    if (mover >= 0) {
+        Bitboard &set = b->*order[mover];
+        set = (set & ~from_bit) | to_bit;
+        if constexpr (keyed) {
+            const int kind = kinds[mover] + us::colour_kind;
+            k ^= piece_key(kind, from) ^ piece_key(kind, to);
+        }
+    }
+
+    if (mover == 0) { // pawn
+        b->fifty_move = 0;
+        if (square_file(from) != square_file(to) && square_file(to) == old_file
+            && square_rank(from) == us::enpassant_from_rank) {
+            capture_square = to + us::captured_pawn_offset;
+        } else if (square_rank(from) == us::double_from_rank
+            && square_rank(to) == us::double_to_rank) {
+            bool beside = true;
+            if constexpr (keyed) {
+                const int file = square_file(to);
+                Bitboard squares = 0;
+                if (file > 0) squares |= square_bit(to - 1);
+                if (file < 7) squares |= square_bit(to + 1);
+                beside = (b->*them::pawns & squares) != 0;
+            }
+            if (beside) {
+                b->enpassant_file = std::int8_t(square_file(from));
+                new_file = true;
+                if constexpr (keyed) k ^= enpassant_key(square_file(from));
+            }
+        }
+        const int code = move_promotion(move);
+        const bool promotes = keyed ? code != 0 : (move & move_promoted) != 0;
+        if (promotes) {
+            b->*us::pawns &= ~to_bit;
+            if constexpr (keyed) k ^= piece_key(kind_pawn + us::colour_kind, to);
+            Set piece = nullptr;
+            int kind = 0;
+            switch (code) {
+            case rook:
+                piece = us::rooks, kind = kind_rook;
+                break;
+            case bishop:
+                piece = us::bishops, kind = kind_bishop;
+                break;
+            case knight:
+                piece = us::knights, kind = kind_knight;
+                break;
+            case queen:
+                piece = us::queens, kind = kind_queen;
+                break;
+            default:
+                break;
+            }
+            if (piece) {
+                b->*piece |= to_bit;
+                if constexpr (keyed) k ^= piece_key(kind + us::colour_kind, to);
+            }
+        }
+    } else if (mover == 1) { // rook leaving a corner gives up that side's right
+        if (from == us::queen_corner && b->*us::ooo) {
+            b->*us::ooo = 0;
+            if constexpr (keyed) k ^= zobrist_table[us::ooo_entry];
+        }
+        if (from == us::king_corner && b->*us::oo) {
+            b->*us::oo = 0;
+            if constexpr (keyed) k ^= zobrist_table[us::oo_entry];
+        }
+    } else if (mover == 2) { // king: castling moves the rook, any king move gives up both rights
+        if ((to - from == 2 || from - to == 2)
+            && (to == us::queen_arrival || to == us::king_arrival)) {
+            const bool king_side = to == us::king_arrival;
+            const int corner = king_side ? us::king_corner : us::queen_corner;
+            const int rook_to = king_side ? us::king_rook_to : us::queen_rook_to;
+            b->*us::rooks = (b->*us::rooks & ~square_bit(corner)) | square_bit(rook_to);
+            if constexpr (keyed) k ^= king_side ? us::king_rook_key : us::queen_rook_key;
+        }
+        if (b->*us::oo) {
+            b->*us::oo = 0;
+            if constexpr (keyed) k ^= zobrist_table[us::oo_entry];
+        }
+        if (b->*us::ooo) {
+            b->*us::ooo = 0;
+            if constexpr (keyed) k ^= zobrist_table[us::ooo_entry];
+        }
+    }
+
+    // A capture takes the enemy piece off; a king is never taken off its set.
+    const Bitboard capture_bit = square_bit(capture_square);
+    static constexpr Set victims[5]
+        = { them::pawns, them::rooks, them::knights, them::bishops, them::queens };
+    static constexpr int victim_kinds[5]
+        = { kind_pawn, kind_rook, kind_knight, kind_bishop, kind_queen };
+    if (b->*them::king & capture_bit) b->fifty_move = 0;
+    for (int i = 0; i < 5; i++)
+        if (b->*victims[i] & capture_bit) {
+            b->fifty_move = 0;
+            b->*victims[i] &= ~capture_bit;
+            if constexpr (keyed)
+                k ^= piece_key(victim_kinds[i] + them::colour_kind, capture_square);
+            break;
+        }
+
+    b->white_to_move = !white;
+    if constexpr (keyed) {
+        k ^= zobrist_table[zobrist_white_to_move];
+        if (old_file_keyed) k ^= enpassant_key(old_file);
+        *key = k;
+    }
+    if (!new_file) b->enpassant_file = -1;
+}
+
+} // namespace
+
+void apply_move(Board *board, Move move)
+{
+    if (board->white_to_move)
+        apply<true, false>(board, move, nullptr);
+    else
+        apply<false, false>(board, move, nullptr);
+}
+
+void apply_move_keyed(Board *board, Move move, std::uint64_t *key)
+{
+    if (board->white_to_move)
+        apply<true, true>(board, move, key);
+    else
+        apply<false, true>(board, move, key);
+}
+
+void apply_null_move(Board *board, std::uint64_t *key)
+{
+    if (board->enpassant_file != -1) {
+        if (enpassant_in_key(*board)) *key ^= enpassant_key(board->enpassant_file);
+        board->enpassant_file = -1;
+    }
+    board->white_to_move = !board->white_to_move;
+    *key ^= zobrist_table[zobrist_white_to_move];
+}
+
+void push_key(std::uint64_t key)
+{
+    if (key_history_count < key_history_size) key_history[key_history_count++] = key;
+}
+
+void pop_key()
+{
+    if (key_history_count > 0) key_history_count--;
+}
+
+void clear_key_history() { key_history_count = 0; }
+
+int is_third_repetition(std::uint64_t key)
+{
+    int seen = 0;
+    for (int i = 0; i < key_history_count; i++)
+        if (key_history[i] == key && ++seen > 2) return 1;
+    return 0;
+}

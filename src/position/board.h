@@ -1,0 +1,131 @@
+// The vocabulary every subsystem speaks: squares, piece codes, the Board record, the Move word
+// and the MoveList, with the text form of a move.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+using Bitboard = std::uint64_t;
+using Move = std::uint32_t;
+
+// Squares: a1 = 0, b1 = 1, ..., h1 = 7, a2 = 8, ..., h8 = 63.
+constexpr int square_file(int square) { return square & 7; }
+constexpr int square_rank(int square) { return square >> 3; }
+constexpr Bitboard square_bit(int square) { return Bitboard(1) << square; }
+
+// Piece codes: the colour is never part of the code; 0 is no piece.
+enum : int { no_piece = 0, pawn = 1, rook = 2, knight = 3, bishop = 4, king = 5, queen = 6 };
+
+// Indexed by code - 1.
+constexpr char piece_letters[7] = "prnbkq";
+constexpr int piece_values[6] = { 100, 500, 300, 320, 0, 900 };
+
+// A position as a flat value: copied for every trial of a move, never undone.
+struct Board {
+    // Piece sets, one bit per square; within a colour rooks, knights, bishops, queens, king, pawns.
+    Bitboard white_rooks, white_knights, white_bishops, white_queens, white_king, white_pawns;
+    Bitboard black_rooks, black_knights, black_bishops, black_queens, black_king, black_pawns;
+    // Castling rights not yet lost through a king or rook move; they say nothing of the rook.
+    std::int32_t white_ooo, white_oo, black_ooo, black_oo;
+    // Half-moves since the last pawn move or capture (wraps at 256).
+    std::uint8_t fifty_move;
+    // File of the pawn that has just made a double step, -1 for none.
+    std::int8_t enpassant_file;
+    std::int32_t white_to_move;
+};
+
+constexpr Board start_board = {
+    0x81,
+    0x42,
+    0x24,
+    0x08,
+    0x10,
+    0xFF00,
+    0x8100000000000000,
+    0x4200000000000000,
+    0x2400000000000000,
+    0x0800000000000000,
+    0x1000000000000000,
+    0x00FF000000000000,
+    1,
+    1,
+    1,
+    1,
+    0,
+    -1,
+    1,
+};
+
+constexpr Bitboard white_set(const Board &b)
+{
+    return b.white_rooks | b.white_knights | b.white_bishops | b.white_queens | b.white_king
+        | b.white_pawns;
+}
+constexpr Bitboard black_set(const Board &b)
+{
+    return b.black_rooks | b.black_knights | b.black_bishops | b.black_queens | b.black_king
+        | b.black_pawns;
+}
+
+bool operator==(const Board &a, const Board &b);
+
+// Move word, 32 bits:
+//
+//   31..29   28..26  25 24  23        22          21 20           19..16  15..12     11..6  5..0
+//   captured mover   0  0   promoted  en_passant  capture  gives_check  0       promotion  to from
+//
+// captured: code of the piece on `to` (0 for quiet moves and en passant); mover: code of the
+// moving piece before promotion; promotion: code of the new piece (6, 2, 4, 3) or 0. Castling is
+// a king move of two files; a double step is known by its squares. No other code shifts these bits.
+constexpr int move_from_shift = 0, move_to_shift = 6, move_promotion_shift = 12;
+constexpr int move_mover_shift = 26, move_captured_shift = 29;
+constexpr Move move_square_mask = 63, move_code_mask = 7;
+constexpr Move move_promotion_mask = 0xF000;
+constexpr Move move_gives_check = 1u << 20;
+constexpr Move move_capture = 1u << 21;
+constexpr Move move_en_passant = 1u << 22;
+constexpr Move move_promoted = 1u << 23;
+
+constexpr int move_from(Move m) { return int((m >> move_from_shift) & move_square_mask); }
+constexpr int move_to(Move m) { return int((m >> move_to_shift) & move_square_mask); }
+constexpr int move_promotion(Move m)
+{
+    return int((m & move_promotion_mask) >> move_promotion_shift);
+}
+constexpr int move_mover(Move m) { return int((m >> move_mover_shift) & move_code_mask); }
+constexpr int move_captured(Move m) { return int((m >> move_captured_shift) & move_code_mask); }
+constexpr Move make_move(int from, int to) { return Move(from) | Move(to) << move_to_shift; }
+constexpr Move mover_bits(int code) { return Move(code) << move_mover_shift; }
+constexpr Move captured_bits(int code) { return Move(code) << move_captured_shift; }
+constexpr Move promotion_bits(int code) { return Move(code) << move_promotion_shift; }
+
+// Room for every move of any position a legal game can reach.
+constexpr int max_moves = 218;
+
+struct MoveList {
+    Move moves[max_moves];
+    std::int32_t count;
+};
+
+// Lowest set square, 64 for the empty set.
+constexpr int first_square(Bitboard bb) { return std::countr_zero(bb); }
+
+// Letter of a piece code 1..6; a blank for any other value.
+char piece_letter(int code);
+
+// Piece code of a lower-case letter (b 4, k 5, n 3, p 1, q 6, r 2); 0 for anything else.
+int promotion_code(char letter);
+
+// Long algebraic text ("e2e4", "e7e8q") into `text`, which holds at least six characters.
+void move_to_text(Move move, char *text);
+
+// The reverse, unchecked: characters outside a-h and 1-8 spill into other fields. Reads at most
+// five characters and stops at the terminator.
+Move text_to_move(const char *text);
+
+// Removes slot `index` and closes the gap; an index outside the list changes nothing.
+void remove_move(MoveList *list, int index);
+
+// The position the engine stands in, and its key kept by incremental update.
+extern Board current_board;
+extern std::uint64_t current_key;
