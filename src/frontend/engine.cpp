@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "apply.h"
+#include "attacks.h"
 #include "board.h"
 #include "commands.h"
 #include "input.h"
@@ -13,6 +14,9 @@
 
 void engine_init()
 {
+    // The clock needs no start-up here. The attack tables come before anything touches a
+    // position.
+    init_attack_tables();
     current_board = start_board;
     current_key = full_key(&current_board);
     key_history[0] = current_key;

@@ -1,0 +1,251 @@
+// Attack tables: the fixed values, and every look-up against a slow walk along the rays.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <random>
+
+#include "attacks.h"
+
+namespace {
+
+constexpr int sq(const char *name) { return (name[1] - '1') * 8 + (name[0] - 'a'); }
+
+Bitboard set_of(std::initializer_list<const char *> names)
+{
+    Bitboard set = 0;
+    for (const char *n : names) set |= square_bit(sq(n));
+    return set;
+}
+
+// Squares reached from `square` stepping (df, dr) until the edge or the first piece of `occupied`.
+Bitboard walk(int square, int df, int dr, Bitboard occupied)
+{
+    Bitboard set = 0;
+    int file = square_file(square) + df, rank = square_rank(square) + dr;
+    for (; file >= 0 && file < 8 && rank >= 0 && rank < 8; file += df, rank += dr) {
+        set |= square_bit(rank * 8 + file);
+        if (occupied & square_bit(rank * 8 + file)) break;
+    }
+    return set;
+}
+
+Bitboard walk_rank(int s, Bitboard occ) { return walk(s, 1, 0, occ) | walk(s, -1, 0, occ); }
+Bitboard walk_file(int s, Bitboard occ) { return walk(s, 0, 1, occ) | walk(s, 0, -1, occ); }
+Bitboard walk_diagonal(int s, Bitboard occ) { return walk(s, 1, 1, occ) | walk(s, -1, -1, occ); }
+Bitboard walk_antidiagonal(int s, Bitboard occ)
+{
+    return walk(s, 1, -1, occ) | walk(s, -1, 1, occ);
+}
+
+// Every square of the line through `square` in direction (df, dr), both ways, and the square.
+Bitboard whole_line(int square, int df, int dr)
+{
+    return walk(square, df, dr, 0) | walk(square, -df, -dr, 0) | square_bit(square);
+}
+
+// The subsets of `set`, one by one (Carry-Rippler enumeration).
+template <typename F> void for_each_subset(Bitboard set, F f)
+{
+    Bitboard subset = 0;
+    do {
+        f(subset);
+        subset = (subset - set) & set;
+    } while (subset);
+}
+
+TEST(Attacks, RookValues)
+{
+    EXPECT_EQ(rook_attacks(sq("a1"), 0), 0x01010101010101FEULL);
+    EXPECT_EQ(rook_attacks(sq("a1"), ~Bitboard(0)), 0x102ULL);
+    EXPECT_EQ(rook_attacks(sq("d4"), 0), 0x08080808F7080808ULL);
+    // Occupied end squares never shorten a ray.
+    EXPECT_EQ(rook_attacks(sq("d4"), set_of({ "a4", "h4", "d1", "d8" })), 0x08080808F7080808ULL);
+    const Bitboard blocked = rook_attacks(sq("d4"), set_of({ "d6", "f4" }));
+    EXPECT_EQ(blocked, 0x80837080808ULL);
+    EXPECT_TRUE(blocked & square_bit(sq("d6")));
+    EXPECT_TRUE(blocked & square_bit(sq("f4")));
+    EXPECT_FALSE(blocked & set_of({ "d7", "d8", "g4", "h4" }));
+}
+
+TEST(Attacks, BishopValues)
+{
+    EXPECT_EQ(bishop_attacks(sq("a1"), 0), 0x8040201008040200ULL);
+    EXPECT_EQ(bishop_attacks(sq("h1"), 0), 0x0102040810204000ULL);
+    EXPECT_EQ(bishop_attacks(sq("d4"), 0), 0x8041221400142241ULL);
+}
+
+// Lines of one or two squares: the index is 0 whatever stands there.
+TEST(Attacks, CornerCuttingLines)
+{
+    for (Bitboard occ : { Bitboard(0), ~Bitboard(0), set_of({ "b8", "a7" }) }) {
+        EXPECT_EQ(antidiagonal_lookup(sq("a1"), occ), 0u);
+        EXPECT_EQ(diagonal_lookup(sq("a7"), occ), set_of({ "b8" }));
+        EXPECT_EQ(diagonal_lookup(sq("a8"), occ), 0u);
+        EXPECT_EQ(antidiagonal_lookup(sq("h8"), occ), 0u);
+        EXPECT_EQ(diagonal_lookup(sq("g1"), occ), set_of({ "h2" }));
+    }
+}
+
+TEST(Attacks, KingValues)
+{
+    EXPECT_EQ(king_attacks[sq("a1")], 0x302ULL);
+    EXPECT_EQ(king_attacks[sq("h8")], 0x40C0000000000000ULL);
+    EXPECT_EQ(king_attacks[sq("e4")], 0x3828380000ULL);
+    for (int s = 0; s < 64; s++) {
+        Bitboard expected = 0;
+        for (int df = -1; df <= 1; df++)
+            for (int dr = -1; dr <= 1; dr++)
+                if (df || dr) expected |= walk(s, df, dr, ~Bitboard(0));
+        EXPECT_EQ(king_attacks[s], expected) << s;
+    }
+}
+
+TEST(Attacks, KnightValues)
+{
+    EXPECT_EQ(knight_attacks[sq("a1")], 0x20400ULL);
+    EXPECT_EQ(knight_attacks[sq("d4")], 0x142200221400ULL);
+    EXPECT_EQ(knight_attacks[sq("h8")], 0x20400000000000ULL);
+    for (int s = 0; s < 64; s++) {
+        const int count = std::popcount(knight_attacks[s]);
+        const int f = square_file(s), r = square_rank(s);
+        const bool corner = (f == 0 || f == 7) && (r == 0 || r == 7);
+        if (corner) { EXPECT_EQ(count, 2) << s; }
+        if (f >= 2 && f <= 5 && r >= 2 && r <= 5) { EXPECT_EQ(count, 8) << s; }
+        // Every jump moves by (1, 2) or (2, 1).
+        for (Bitboard t = knight_attacks[s]; t; t &= t - 1) {
+            const int to = first_square(t);
+            const int df = std::abs(square_file(to) - f), dr = std::abs(square_rank(to) - r);
+            EXPECT_TRUE((df == 1 && dr == 2) || (df == 2 && dr == 1)) << s << " " << to;
+        }
+    }
+}
+
+TEST(Attacks, RayDirectionValues)
+{
+    EXPECT_EQ(ray_direction[sq("e1")][sq("e8")], 1);
+    EXPECT_EQ(ray_direction[sq("h1")][sq("a8")], 8);
+    EXPECT_EQ(ray_direction[sq("a8")][sq("h1")], 4);
+    EXPECT_EQ(ray_direction[sq("a1")][sq("b3")], 0);
+    EXPECT_EQ(ray_direction[sq("e4")][sq("e4")], 0);
+}
+
+// Every pair of squares against the eight rays walked from the first square.
+TEST(Attacks, RayDirectionMatchesRays)
+{
+    constexpr int steps[9][2] = { { 0, 0 }, { 0, 1 }, { 1, 1 }, { 1, 0 }, { 1, -1 }, { 0, -1 },
+        { -1, -1 }, { -1, 0 }, { -1, 1 } };
+    for (int a = 0; a < 64; a++) {
+        int expected[64] = {};
+        for (int d = 1; d <= 8; d++)
+            for (Bitboard t = walk(a, steps[d][0], steps[d][1], 0); t; t &= t - 1)
+                expected[first_square(t)] = d;
+        for (int b = 0; b < 64; b++) EXPECT_EQ(ray_direction[a][b], expected[b]) << a << " " << b;
+    }
+}
+
+TEST(Attacks, RankAndFileEntries)
+{
+    EXPECT_EQ(rank_attacks[3][0], 0xF7);
+    EXPECT_EQ(rank_attacks[3][1], 0xF6); // index bit 0 is the b-file
+    EXPECT_EQ(file_attacks[7][32], 0x100ULL); // from a1, index bit 5 is a2
+    EXPECT_EQ(file_attacks[7][1], 0x0001010101010100ULL); // and index bit 0 is a7
+}
+
+TEST(Attacks, DiagonalEntries)
+{
+    // On c1-h6 and c8-h3, index bit 1 is the e-file.
+    EXPECT_EQ(diagonal_attacks[sq("f4")][2], set_of({ "e3", "g5", "h6" }));
+    EXPECT_EQ(antidiagonal_attacks[sq("f5")][2], set_of({ "e6", "g4", "h3" }));
+}
+
+// The masks hold the line less its two ends, and the product puts index bit j on bit 57 + j of
+// the product, with nothing on bit 63.
+TEST(Attacks, MasksGatherTheInnerSquares)
+{
+    constexpr Bitboard board_inside = 0x007E7E7E7E7E7E00ULL;
+    constexpr Bitboard first_and_last_rank = 0xFF000000000000FFULL;
+    for (int s = 0; s < 64; s++) {
+        const int f = square_file(s), r = square_rank(s);
+        const int d = 7 - r + f, a = f + r;
+        EXPECT_EQ(rank_inner_mask[r], whole_line(s, 1, 0) & 0x7EULL << (8 * r)) << s;
+        EXPECT_EQ(file_inner_mask[f], whole_line(s, 0, 1) & ~first_and_last_rank) << s;
+        EXPECT_EQ(diagonal_inner_mask[d], whole_line(s, 1, 1) & board_inside) << s;
+        EXPECT_EQ(antidiagonal_inner_mask[a], whole_line(s, 1, -1) & board_inside) << s;
+        EXPECT_EQ((file_inner_mask[f] * file_multiplier[f]) >> 63, 0u);
+        EXPECT_EQ((diagonal_inner_mask[d] * diagonal_multiplier[d]) >> 63, 0u);
+        EXPECT_EQ((antidiagonal_inner_mask[a] * antidiagonal_multiplier[a]) >> 63, 0u);
+        for (int j = 0; j < 6; j++) {
+            const std::uint64_t bit = std::uint64_t(1) << j;
+            // Files count from the eighth-rank side.
+            const int file_square = (6 - j) * 8 + f;
+            EXPECT_EQ(
+                ((square_bit(file_square) & file_inner_mask[f]) * file_multiplier[f]) >> 57, bit);
+            // Diagonals count from the a-file side.
+            const int df = j + 1 + std::max(0, f - r), dr = df - (f - r);
+            if (dr >= 1 && dr <= 6 && df <= 6) {
+                const Bitboard x = square_bit(dr * 8 + df);
+                EXPECT_TRUE(x & diagonal_inner_mask[d]);
+                EXPECT_EQ((x * diagonal_multiplier[d]) >> 57, bit) << s << " " << j;
+            }
+            const int af = j + 1 + std::max(0, f + r - 7), ar = f + r - af;
+            if (ar >= 1 && ar <= 6 && af <= 6) {
+                const Bitboard x = square_bit(ar * 8 + af);
+                EXPECT_TRUE(x & antidiagonal_inner_mask[a]);
+                EXPECT_EQ((x * antidiagonal_multiplier[a]) >> 57, bit) << s << " " << j;
+            }
+        }
+    }
+}
+
+// Exhaustive: every square, every occupancy of each line through it.
+TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
+{
+    for (int s = 0; s < 64; s++) {
+        for_each_subset(whole_line(s, 1, 0), [&](Bitboard occ) {
+            ASSERT_EQ(rank_lookup(s, occ), walk_rank(s, occ)) << s << " " << occ;
+        });
+        for_each_subset(whole_line(s, 0, 1), [&](Bitboard occ) {
+            ASSERT_EQ(file_lookup(s, occ), walk_file(s, occ)) << s << " " << occ;
+        });
+        for_each_subset(whole_line(s, 1, 1), [&](Bitboard occ) {
+            ASSERT_EQ(diagonal_lookup(s, occ), walk_diagonal(s, occ)) << s << " " << occ;
+        });
+        for_each_subset(whole_line(s, 1, -1), [&](Bitboard occ) {
+            ASSERT_EQ(antidiagonal_lookup(s, occ), walk_antidiagonal(s, occ)) << s << " " << occ;
+        });
+    }
+}
+
+// Whole-board occupancies: pieces off a slider's lines change nothing.
+TEST(Attacks, RandomBoardsMatchTheWalk)
+{
+    std::mt19937_64 random(20240611);
+    for (int i = 0; i < 4000; i++) {
+        Bitboard occ = random() & random();
+        if (i & 1) occ &= random();
+        for (int s = 0; s < 64; s++) {
+            ASSERT_EQ(rook_attacks(s, occ), walk_rank(s, occ) | walk_file(s, occ)) << s;
+            ASSERT_EQ(bishop_attacks(s, occ), walk_diagonal(s, occ) | walk_antidiagonal(s, occ))
+                << s;
+        }
+    }
+}
+
+// Rows of the short diagonals: index bits beyond the line's ends change nothing.
+TEST(Attacks, BitsBeyondAShortLineChangeNothing)
+{
+    for (int s = 0; s < 64; s++)
+        for (int k = 0; k < 64; k++) {
+            const int f = square_file(s), r = square_rank(s);
+            const int d_inner = 6 - std::abs(f - r), a_inner = 6 - std::abs(f + r - 7);
+            const int d_mask = d_inner > 0 ? (1 << d_inner) - 1 : 0;
+            const int a_mask = a_inner > 0 ? (1 << a_inner) - 1 : 0;
+            EXPECT_EQ(diagonal_attacks[s][k], diagonal_attacks[s][k & d_mask]) << s << " " << k;
+            EXPECT_EQ(antidiagonal_attacks[s][k], antidiagonal_attacks[s][k & a_mask])
+                << s << " " << k;
+        }
+}
+
+} // namespace
