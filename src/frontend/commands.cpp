@@ -10,6 +10,7 @@
 #include "fen.h"
 #include "input.h"
 #include "limits.h"
+#include "move_commands.h"
 #include "text.h"
 #include "zobrist.h"
 
@@ -72,6 +73,18 @@ int run_boardkey(const char *, char *)
     return 0;
 }
 
+int run_perft(const char *, char *rest)
+{
+    perft_command(rest);
+    return 0;
+}
+
+int run_movlist(const char *, char *)
+{
+    print_moves();
+    return 0;
+}
+
 int run_cls(const char *, char *)
 {
     clear_console();
@@ -114,8 +127,8 @@ constexpr command commands[] = {
     { "stop", run_stop },
     { "quit", run_quit },
     { "boardkey", run_boardkey },
-    { "perft", run_nothing },
-    { "movlist", run_nothing },
+    { "perft", run_perft },
+    { "movlist", run_movlist },
     { "cls", run_cls },
     { "sortedmoves", run_nothing },
     { "help", run_help },
