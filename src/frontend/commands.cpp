@@ -9,7 +9,7 @@
 #include "display.h"
 #include "fen.h"
 #include "input.h"
-#include "limits.h"
+#include "search_limits.h"
 #include "text.h"
 #include "zobrist.h"
 

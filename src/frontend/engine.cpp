@@ -7,7 +7,7 @@
 #include "board.h"
 #include "commands.h"
 #include "input.h"
-#include "limits.h"
+#include "search_limits.h"
 #include "platform.h"
 #include "zobrist.h"
 

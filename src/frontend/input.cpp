@@ -4,7 +4,7 @@
 #include <cctype>
 #include <cstring>
 
-#include "limits.h"
+#include "search_limits.h"
 #include "platform.h"
 #include "text.h"
 
