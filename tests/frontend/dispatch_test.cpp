@@ -32,8 +32,8 @@ TEST(Dispatch, UciIsreadyAndQuit)
 TEST(Dispatch, WordsMatchWholeAndCaseSensitively)
 {
     int result = -1;
-    for (const char *line : {"Uci", "UCI", "ucinewgam", "uci\t", "isready\tnow", "GO", "go\t",
-             "go\tdepth 3", "", "   ", "\t", "xyzzy", "setoption name Hash value 64", "stop"}) {
+    for (const char *line : { "Uci", "UCI", "ucinewgam", "uci\t", "isready\tnow", "GO", "go\t",
+             "go\tdepth 3", "", "   ", "\t", "xyzzy", "setoption name Hash value 64", "stop" }) {
         EXPECT_EQ(run_command(line, &result), "") << line;
         EXPECT_EQ(result, 0) << line;
     }
@@ -105,15 +105,15 @@ TEST(Dispatch, PrintboardBlackToMoveWithEnpassantField)
 TEST(Dispatch, BoardkeyAndPosition)
 {
     run_command("position startpos");
-    EXPECT_EQ(run_command("boardkey"),
-        "static  key: 463b96181691fc9c\ncurrent key: 463b96181691fc9c\n");
+    EXPECT_EQ(
+        run_command("boardkey"), "static  key: 463b96181691fc9c\ncurrent key: 463b96181691fc9c\n");
     run_command("position startpos moves e2e4 d7d5 e4e5 f7f5");
-    EXPECT_EQ(run_command("boardkey"),
-        "static  key: 22a48b5a8e47ff78\ncurrent key: 22a48b5a8e47ff78\n");
+    EXPECT_EQ(
+        run_command("boardkey"), "static  key: 22a48b5a8e47ff78\ncurrent key: 22a48b5a8e47ff78\n");
     EXPECT_EQ(key_history_count, 5);
     // A wrong or missing second word leaves the position alone.
-    for (const char *line : {"position", "position STARTPOS", "position fenx 8/8/8/8/8/8/8/8 w - - 0 1",
-             "position   "})
+    for (const char *line : { "position", "position STARTPOS",
+             "position fenx 8/8/8/8/8/8/8/8 w - - 0 1", "position   " })
         run_command(line);
     EXPECT_EQ(key_history_count, 5);
     EXPECT_EQ(current_key, 0x22A48B5A8E47FF78u);

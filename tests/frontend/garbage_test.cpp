@@ -12,12 +12,12 @@
 namespace {
 
 // Words that make up plausible lines; commands that may run for long (go, perft) are left out.
-const char *const vocabulary[] = {"position", "startpos", "fen", "moves", "ucinewgame",
+const char *const vocabulary[] = { "position", "startpos", "fen", "moves", "ucinewgame",
     "printboard", "boardkey", "movlist", "boardscore", "sortedmoves", "isready", "uci", "help",
-    "setoption", "name", "value", "stop", "cls", "e2e4", "e7e8q", "a7a8k", "h2h1p", "e1g1",
-    "e8c8", "z9z9", "e2", "-", "w", "b", "KQkq", "0", "1", "300", "-5",
+    "setoption", "name", "value", "stop", "cls", "e2e4", "e7e8q", "a7a8k", "h2h1p", "e1g1", "e8c8",
+    "z9z9", "e2", "-", "w", "b", "KQkq", "0", "1", "300", "-5",
     "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR", "8/8/8/8/8/8/8/8", "QQQQQQQQ/QQQQQQQQ/8/8/8",
-    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R", "kkkkkkkk/KKKKKKKK"};
+    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R", "kkkkkkkk/KKKKKKKK" };
 
 std::string random_line(std::mt19937 &random)
 {

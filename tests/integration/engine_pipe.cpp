@@ -21,7 +21,7 @@ long long now_ms()
 bool read_some(engine_process *engine, int wait_ms)
 {
     if (engine->from_engine < 0) return false;
-    pollfd ready = {engine->from_engine, POLLIN, 0};
+    pollfd ready = { engine->from_engine, POLLIN, 0 };
     if (poll(&ready, 1, wait_ms) <= 0) return true;
     char buffer[65536];
     ssize_t got = read(engine->from_engine, buffer, sizeof buffer);
@@ -52,7 +52,7 @@ bool start_engine(engine_process *engine, long limit_memory_kib)
         close(out[0]);
         close(out[1]);
         if (limit_memory_kib > 0) {
-            rlimit limit = {rlim_t(limit_memory_kib) * 1024, rlim_t(limit_memory_kib) * 1024};
+            rlimit limit = { rlim_t(limit_memory_kib) * 1024, rlim_t(limit_memory_kib) * 1024 };
             setrlimit(RLIMIT_AS, &limit);
         }
         execl(KORVANE_BINARY, KORVANE_BINARY, static_cast<char *>(nullptr));
@@ -70,7 +70,7 @@ void send_text(engine_process *engine, const std::string &text)
 {
     std::size_t sent = 0;
     while (sent < text.size() && engine->to_engine >= 0) {
-        pollfd ready[2] = {{engine->to_engine, POLLOUT, 0}, {engine->from_engine, POLLIN, 0}};
+        pollfd ready[2] = { { engine->to_engine, POLLOUT, 0 }, { engine->from_engine, POLLIN, 0 } };
         int count = engine->from_engine >= 0 ? 2 : 1;
         if (poll(ready, nfds_t(count), 1000) <= 0) continue;
         if (count == 2 && (ready[1].revents & (POLLIN | POLLHUP))) read_some(engine, 0);
@@ -90,7 +90,8 @@ bool read_until(engine_process *engine, const std::string &wanted, int timeout_m
         if (engine->output.find(wanted, from) != std::string::npos) return true;
         long long left = deadline - now_ms();
         if (left <= 0) return false;
-        if (!read_some(engine, int(left < 50 ? left : 50)) && engine->output.find(wanted, from) == std::string::npos)
+        if (!read_some(engine, int(left < 50 ? left : 50))
+            && engine->output.find(wanted, from) == std::string::npos)
             return false;
     }
 }

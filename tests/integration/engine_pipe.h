@@ -7,9 +7,9 @@
 
 struct engine_process {
     pid_t pid = -1;
-    int to_engine = -1;   // the engine's standard input
+    int to_engine = -1; // the engine's standard input
     int from_engine = -1; // the engine's standard output
-    std::string output;   // everything read so far
+    std::string output; // everything read so far
 };
 
 // Starts the engine with its standard input and output on pipes; `limit_memory_kib` > 0 puts an
@@ -20,8 +20,8 @@ bool start_engine(engine_process *engine, long limit_memory_kib = 0);
 void send_text(engine_process *engine, const std::string &text);
 
 // Reads output until it holds `wanted` after `from`, or `timeout_ms` has passed; true if found.
-bool read_until(engine_process *engine, const std::string &wanted, int timeout_ms,
-    std::size_t from = 0);
+bool read_until(
+    engine_process *engine, const std::string &wanted, int timeout_ms, std::size_t from = 0);
 
 // Closes the engine's standard input, reads the rest of its output and waits for it to end.
 // Returns the exit status, or -1 if it had to be killed after `timeout_ms`.

@@ -8,8 +8,8 @@
 TEST(Session, UciHandshakeAndQuit)
 {
     int status = -1;
-    std::string out = run_engine("uci\nisready\nucinewgame\nposition startpos\nquit\nisready\n",
-        &status);
+    std::string out
+        = run_engine("uci\nisready\nucinewgame\nposition startpos\nquit\nisready\n", &status);
     EXPECT_EQ(out, "id name Korvane 1.0 \r\nid author Brennik Dolmar\r\nuciok\r\nreadyok\r\n");
     EXPECT_EQ(status, 0);
 }

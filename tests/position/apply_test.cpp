@@ -14,7 +14,7 @@ struct keyed_board {
 
 keyed_board from_fen(const char *fen)
 {
-    keyed_board k {parse_fen(fen), 0};
+    keyed_board k { parse_fen(fen), 0 };
     k.key = full_key(&k.board);
     return k;
 }
@@ -29,7 +29,7 @@ void play(keyed_board &k, const char *move)
 
 TEST(Apply, DoubleStepFileDiffersBetweenTheAppliers)
 {
-    keyed_board k {start_board, full_key(&start_board)};
+    keyed_board k { start_board, full_key(&start_board) };
     play(k, "e2e4");
     EXPECT_EQ(k.board.enpassant_file, -1); // no black pawn on d4 or f4
     Board plain = start_board;
@@ -130,12 +130,12 @@ TEST(Apply, PromotionsWithAndWithoutCapture)
         piece_key(kind_pawn + 1, 48) ^ piece_key(kind_pawn + 1, 57) ^ piece_key(kind_pawn + 1, 57)
             ^ piece_key(kind_queen + 1, 57) ^ piece_key(kind_knight, 57) ^ zobrist_table[780]);
 
-    for (const char *move : {"a7a8r", "a7a8b", "a7a8n"}) {
+    for (const char *move : { "a7a8r", "a7a8b", "a7a8n" }) {
         keyed_board q = from_fen("4k3/P7/8/8/8/8/8/4K3 w - - 0 1");
         play(q, move);
         EXPECT_EQ(q.board.white_pawns, 0u);
-        EXPECT_EQ(q.board.white_rooks | q.board.white_bishops | q.board.white_knights,
-            square_bit(56));
+        EXPECT_EQ(
+            q.board.white_rooks | q.board.white_bishops | q.board.white_knights, square_bit(56));
     }
 
     // Without a known letter the pawn stays a pawn on the last rank (keyed applier); a word with
@@ -155,7 +155,7 @@ TEST(Apply, PromotionsWithAndWithoutCapture)
 
 TEST(Apply, GarbledMovesStillPassTheTurn)
 {
-    keyed_board k {start_board, full_key(&start_board)};
+    keyed_board k { start_board, full_key(&start_board) };
     play(k, "e4e5"); // no piece on e4
     EXPECT_FALSE(k.board.white_to_move);
     EXPECT_EQ(k.board.fifty_move, 1);
@@ -164,7 +164,7 @@ TEST(Apply, GarbledMovesStillPassTheTurn)
     pieces.fifty_move = 0;
     EXPECT_EQ(pieces, start_board);
     // No own piece on from, but an enemy piece on to is still taken off.
-    keyed_board t {start_board, full_key(&start_board)};
+    keyed_board t { start_board, full_key(&start_board) };
     play(t, "a3a7");
     EXPECT_EQ(t.board.black_pawns, 0x00FE000000000000u);
 }

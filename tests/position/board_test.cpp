@@ -34,7 +34,7 @@ TEST(MoveText, TextOfWords)
     // Promoted with no code gives a blank as the fifth character.
     move_to_text(0x800F34, text);
     EXPECT_STREQ(text, "e7e8 ");
-    for (const char *word : {"a7a8r", "b2b1n", "h7g8b", "c2c1q"}) {
+    for (const char *word : { "a7a8r", "b2b1n", "h7g8b", "c2c1q" }) {
         move_to_text(text_to_move(word), text);
         EXPECT_STREQ(text, word);
     }

@@ -96,7 +96,8 @@ TEST(Position, StartposWithMovesBuildsTheHistory)
 
 TEST(Position, FenUpToTheWordMoves)
 {
-    set_position_fen("position fen   rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1   moves   e2e4  ");
+    set_position_fen(
+        "position fen   rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1   moves   e2e4  ");
     EXPECT_EQ(current_key, 0x823C9B50FD114196u);
     EXPECT_EQ(key_history_count, 2);
     set_position_fen("position FEN 8/8/8/8/8/8/8/K1k5 w - - 0 1");

@@ -63,7 +63,8 @@ TEST(Keys, EnpassantTermNeedsAPawnBeside)
 {
     Board b = start_board;
     std::uint64_t key = full_key(&b);
-    for (const char *m : {"e2e4", "d7d5", "e4e5", "f7f5"}) apply_move_keyed(&b, text_to_move(m), &key);
+    for (const char *m : { "e2e4", "d7d5", "e4e5", "f7f5" })
+        apply_move_keyed(&b, text_to_move(m), &key);
     ASSERT_EQ(b.enpassant_file, 5);
     Board no_file = b;
     no_file.enpassant_file = -1;

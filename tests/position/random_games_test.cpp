@@ -33,10 +33,10 @@ void add_slides(std::vector<Move> &moves, int from, Bitboard own, Bitboard all, 
 
 std::vector<Move> pseudo_legal_moves(const Board &b)
 {
-    static const int rook_steps[] = {1, 0, -1, 0, 0, 1, 0, -1};
-    static const int bishop_steps[] = {1, 1, 1, -1, -1, 1, -1, -1};
-    static const int queen_steps[] = {1, 0, -1, 0, 0, 1, 0, -1, 1, 1, 1, -1, -1, 1, -1, -1};
-    static const int knight_steps[] = {1, 2, 2, 1, 2, -1, 1, -2, -1, -2, -2, -1, -2, 1, -1, 2};
+    static const int rook_steps[] = { 1, 0, -1, 0, 0, 1, 0, -1 };
+    static const int bishop_steps[] = { 1, 1, 1, -1, -1, 1, -1, -1 };
+    static const int queen_steps[] = { 1, 0, -1, 0, 0, 1, 0, -1, 1, 1, 1, -1, -1, 1, -1, -1 };
+    static const int knight_steps[] = { 1, 2, 2, 1, 2, -1, 1, -2, -1, -2, -2, -1, -2, 1, -1, 2 };
     const bool white = b.white_to_move;
     const Bitboard own = white ? white_set(b) : black_set(b);
     const Bitboard enemy = white ? black_set(b) : white_set(b);
@@ -61,17 +61,19 @@ std::vector<Move> pseudo_legal_moves(const Board &b)
         std::vector<int> targets;
         if (s + up >= 0 && s + up < 64 && !(all & square_bit(s + up))) {
             targets.push_back(s + up);
-            if (r == (white ? 1 : 6) && !(all & square_bit(s + 2 * up))) targets.push_back(s + 2 * up);
+            if (r == (white ? 1 : 6) && !(all & square_bit(s + 2 * up)))
+                targets.push_back(s + 2 * up);
         }
-        for (int side : {-1, 1}) {
+        for (int side : { -1, 1 }) {
             if (f + side < 0 || f + side > 7 || s + up + side < 0 || s + up + side > 63) continue;
             int to = s + up + side;
             bool enpassant = r == (white ? 4 : 3) && b.enpassant_file == f + side;
-            if (((enemy & square_bit(to)) || enpassant) && !(own & square_bit(to))) targets.push_back(to);
+            if (((enemy & square_bit(to)) || enpassant) && !(own & square_bit(to)))
+                targets.push_back(to);
         }
         for (int to : targets) {
             if (square_rank(to) == 7 || square_rank(to) == 0) {
-                for (const char *letter : {"q", "r", "b", "n"})
+                for (const char *letter : { "q", "r", "b", "n" })
                     moves.push_back(make_move(s, to) | move_promoted
                         | promotion_bits(promotion_code(letter[0])));
             } else {
@@ -82,7 +84,8 @@ std::vector<Move> pseudo_legal_moves(const Board &b)
     // Castling with the squares between empty; attacks are not looked at here.
     const int home = white ? 4 : 60;
     if ((white ? b.white_king : b.black_king) == square_bit(home)) {
-        if ((white ? b.white_oo : b.black_oo) && !(all & (square_bit(home + 1) | square_bit(home + 2))))
+        if ((white ? b.white_oo : b.black_oo)
+            && !(all & (square_bit(home + 1) | square_bit(home + 2))))
             moves.push_back(make_move(home, home + 2));
         if ((white ? b.white_ooo : b.black_ooo)
             && !(all & (square_bit(home - 1) | square_bit(home - 2) | square_bit(home - 3))))
@@ -104,7 +107,8 @@ void play_random_games(const char *fen, unsigned seed, int games, int length)
             Board plain = b;
             apply_move_keyed(&b, m, &key);
             apply_move(&plain, m);
-            ASSERT_EQ(key, full_key(&b)) << "game " << game << " ply " << ply << " move " << std::hex << m << " fen " << fen;
+            ASSERT_EQ(key, full_key(&b))
+                << "game " << game << " ply " << ply << " move " << std::hex << m << " fen " << fen;
             // The two appliers differ only in the en-passant file after a double step.
             if (plain.enpassant_file != b.enpassant_file) {
                 EXPECT_EQ(b.enpassant_file, -1);
@@ -120,9 +124,9 @@ void play_random_games(const char *fen, unsigned seed, int games, int length)
 TEST(RandomGames, IncrementalKeyEqualsFullKey)
 {
     play_random_games("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", 1, 200, 300);
-    play_random_games("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1", 2,
-        200, 200);
+    play_random_games(
+        "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1", 2, 200, 200);
     play_random_games("8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", 3, 200, 200);
-    play_random_games("r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1", 4, 200,
-        200);
+    play_random_games(
+        "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1", 4, 200, 200);
 }
