@@ -9,8 +9,8 @@
 #include "display.h"
 #include "fen.h"
 #include "input.h"
-#include "limits.h"
 #include "move_commands.h"
+#include "search_limits.h"
 #include "text.h"
 #include "zobrist.h"
 
