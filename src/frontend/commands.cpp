@@ -11,8 +11,10 @@
 #include "fen.h"
 #include "input.h"
 #include "move_commands.h"
+#include "search_commands.h"
 #include "search_limits.h"
 #include "text.h"
+#include "tt.h"
 #include "zobrist.h"
 
 namespace {
@@ -38,6 +40,7 @@ int run_isready(const char *, char *)
 
 int run_ucinewgame(const char *, char *)
 {
+    hash_clear();
     new_game();
     return 0;
 }
@@ -56,6 +59,8 @@ int run_position(const char *line, char *rest)
     if (!word) return 0;
     if (std::strcmp(word, "fen") == 0) set_position_fen(line);
     if (std::strcmp(word, "startpos") == 0) set_position_start(line);
+    // The hash table keeps nothing across a new position.
+    if (std::strcmp(word, "fen") == 0 || std::strcmp(word, "startpos") == 0) hash_clear();
     return 0;
 }
 
@@ -124,14 +129,14 @@ constexpr command commands[] = {
     { "printboard", run_printboard },
     { "boardscore", run_boardscore },
     { "position", run_position },
-    { "go", run_nothing },
+    { "go", run_go },
     { "stop", run_stop },
     { "quit", run_quit },
     { "boardkey", run_boardkey },
     { "perft", run_perft },
     { "movlist", run_movlist },
     { "cls", run_cls },
-    { "sortedmoves", run_nothing },
+    { "sortedmoves", run_sortedmoves },
     { "help", run_help },
 };
 

@@ -1,6 +1,8 @@
 // Start-up and the command loop.
 #include "engine.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "apply.h"
@@ -10,6 +12,7 @@
 #include "input.h"
 #include "platform.h"
 #include "search_limits.h"
+#include "tt.h"
 #include "zobrist.h"
 
 void engine_init()
@@ -21,6 +24,11 @@ void engine_init()
     current_key = full_key(&current_board);
     key_history[0] = current_key;
     key_history_count = 1;
+    if (!hash_allocate()) {
+        static const char message[] = "Failed to allocate hash table\r\n";
+        std::fwrite(message, 1, sizeof message - 1, stderr);
+        std::exit(1);
+    }
     search_depth_limit = default_depth;
     search_time_limit_ms = default_time_ms;
     time_limit_active = 1;
@@ -31,7 +39,10 @@ void command_loop()
     static char command_text[command_size];
     for (;;) {
         if (!take_queued_line(command_text)) {
-            if (stdin_read_line(command_text, command_size) == 0) break;
+            // A line that began during a search and ends on standard input is one line.
+            const int begun = take_partial_line(command_text);
+            const int read = stdin_read_line(command_text + begun, command_size - begun);
+            if (begun == 0 && read == 0) break;
             // Only line ends at the very end are cut; blanks and tabs stay.
             std::size_t length = std::strlen(command_text);
             while (length > 0
@@ -41,4 +52,5 @@ void command_loop()
         }
         if (handle_command(command_text)) break;
     }
+    hash_free();
 }

@@ -70,7 +70,7 @@ void read_pipe_input()
 void poll_input()
 {
     if (input_is_pipe == -1) input_is_pipe = stdin_is_pipe() ? 1 : 0;
-    if (input_is_pipe == 0) return;
+    if (input_is_pipe == 0 || search_stop) return;
     read_pipe_input();
 }
 
@@ -81,6 +81,15 @@ int queue_line(const char *text)
     line_queue_count++;
     line_queue_tail = (line_queue_tail + 1) % line_queue_slots;
     return 1;
+}
+
+int take_partial_line(char *text)
+{
+    const int length = input_line_length;
+    std::memcpy(text, input_line, std::size_t(length));
+    text[length] = '\0';
+    input_line_length = 0;
+    return length;
 }
 
 int take_queued_line(char *text)

@@ -1,10 +1,12 @@
-// POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console.
+// POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console,
+// anonymous mappings for the one large block.
 #include "platform.h"
 
 #include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -73,10 +75,27 @@ bool stdin_is_pipe()
     return S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode);
 }
 
+namespace {
+
+// True when the coarse clock has moved on since the descriptor was last asked. The coarse clock
+// is read from memory shared with the kernel, without a system call.
+bool poll_due()
+{
+    static long last_tick = -1;
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    const long tick = long(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    if (tick == last_tick) return false;
+    last_tick = tick;
+    return true;
+}
+
+} // namespace
+
 int stdin_take_waiting(char *bytes, int most)
 {
     if (stdin_start == stdin_end) {
-        if (stdin_ended) return 0;
+        if (stdin_ended || !poll_due()) return 0;
         pollfd ready = { 0, POLLIN, 0 };
         if (poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return 0;
         if (!fill_buffer()) return 0;
@@ -85,6 +104,26 @@ int stdin_take_waiting(char *bytes, int most)
     std::memcpy(bytes, stdin_buffer + stdin_start, std::size_t(taken));
     stdin_start += taken;
     return taken;
+}
+
+void *allocate_zeroed(std::uint64_t bytes)
+{
+    void *block = mmap(
+        nullptr, std::size_t(bytes), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return block == MAP_FAILED ? nullptr : block;
+}
+
+void release_zeroed(void *block, std::uint64_t bytes)
+{
+    if (block) munmap(block, std::size_t(bytes));
+}
+
+void rezero(void *block, std::uint64_t bytes)
+{
+    // An anonymous private mapping reads as zero again after MADV_DONTNEED; should the advice be
+    // refused, fill it by hand.
+    if (madvise(block, std::size_t(bytes), MADV_DONTNEED) != 0)
+        std::memset(block, 0, std::size_t(bytes));
 }
 
 void clear_terminal()

@@ -22,9 +22,21 @@ int stdin_read_line(char *text, int size);
 bool stdin_is_pipe();
 
 // Takes up to `most` bytes that are already waiting, without blocking: what the buffer holds,
-// else what one read of the descriptor brings if the descriptor is ready. Returns 0 when nothing
-// waits or the input has ended.
+// else what one read of the descriptor brings if the descriptor is ready. The descriptor itself
+// is asked at most once per tick of a coarse clock (a few milliseconds), since the search asks
+// far more often than that and a poll(2) is a system call; in between, an empty buffer answers 0
+// at once. Returns 0 when nothing waits, when the descriptor was asked within this tick, or when
+// the input has ended.
 int stdin_take_waiting(char *bytes, int most);
+
+// A zero-filled block of `bytes` bytes whose pages cost nothing until they are written; null when
+// the system refuses it.
+void *allocate_zeroed(std::uint64_t bytes);
+// Gives the block back.
+void release_zeroed(void *block, std::uint64_t bytes);
+// Makes the whole block read as zero again. Pages that were never written stay untouched, and
+// written ones are handed back to the system rather than filled.
+void rezero(void *block, std::uint64_t bytes);
 
 // Clears a terminal on standard output; prints nothing when it is a pipe or a file.
 void clear_terminal();

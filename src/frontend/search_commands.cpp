@@ -1,0 +1,54 @@
+// The `go` and `sortedmoves` words: the text side of the search.
+#include "search_commands.h"
+
+#include <cstdio>
+
+#include "board.h"
+#include "iterate.h"
+#include "legal.h"
+#include "ordering.h"
+#include "platform.h"
+#include "search_limits.h"
+
+namespace {
+
+void print_info(const iteration_report &r)
+{
+    std::printf("info depth %d time %d nodes %llu score cp %d pv %s\n", r.depth, r.time_ms,
+        static_cast<unsigned long long>(r.nodes), r.score, r.pv);
+}
+
+} // namespace
+
+int run_go(const char *line, char *)
+{
+    const std::uint64_t start = clock_ms();
+    parse_go(line, &search_depth_limit, &search_time_limit_ms, &time_limit_active);
+    // A board without exactly one king of each colour can't be searched: there is no move to
+    // give, and the answer comes at once.
+    const char *best = board_searchable(current_board) ? iterate_search(print_info) : "0000";
+    std::printf("bestmove %s\r\n", best);
+    std::printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+    std::fflush(stdout);
+    return 0;
+}
+
+int run_sortedmoves(const char *, char *)
+{
+    // Without exactly one king of each colour there is no move list to show.
+    if (!board_searchable(current_board)) return 0;
+    MoveList list;
+    list.count = 0;
+    generate_moves(current_board, &list);
+    if (list.count == 0) return 0;
+    std::int32_t scores[max_moves];
+    score_moves(0, current_board, &list, scores);
+    const Move line_start = pv_length[0] > 0 ? pv_cell(0, 0) : 0;
+    for (int i = 0; i < list.count; i++) {
+        char text[8];
+        move_to_text(list.moves[i], text);
+        const bool marked = line_start != 0 && same_move(line_start, list.moves[i]);
+        std::printf("%s: %d   %s\n", text, scores[i], marked ? "True" : "False");
+    }
+    return 0;
+}

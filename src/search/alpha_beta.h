@@ -1,0 +1,33 @@
+// Alpha-beta: the principal-variation search over Board copies that every node, root included,
+// runs through.
+#pragma once
+
+#include <climits>
+#include <cstdint>
+
+#include "board.h"
+
+constexpr std::int32_t mate_score = 10000; // a side mated at ply p scores p - mate_score
+
+extern std::int32_t node_count; // alpha_beta entries in this search, across iterations
+extern std::int32_t iteration_depth; // root depth of the running iteration
+extern std::int32_t single_reply; // set when the root has exactly one legal move
+
+// Score of `board` for its side to move. `depth` is the remaining depth (never negative), `key`
+// the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the root). Fail-soft inside
+// the move loop. Returns 0 at once when search_stop is up; such a score means nothing.
+// `known_eval`, when not INT32_MIN, is evaluate of `board` for its side to move, already worked
+// out by the parent's ordering.
+std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+    std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN);
+
+// True when the side to move in `board` pushes a pawn straight on to its sixth rank or beyond
+// (white) or third or below (black) with no enemy pawn ahead on its own or a neighbouring file.
+bool is_passed_pawn_push(const Board &board, Move move);
+
+// True when the side to move has its pieces, castling rights and centre pawns as at the start:
+// root moves then get the opening steering.
+bool is_opening_root(const Board &board);
+
+// The change that the opening steering makes to a root move's score.
+std::int32_t opening_steering(const Board &board, Move move);

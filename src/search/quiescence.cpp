@@ -1,0 +1,122 @@
+// Quiescence search over Board copies: no hash table, no key, no draw test, no node count.
+#include "quiescence.h"
+
+#include "apply.h"
+#include "attacked.h"
+#include "evaluate.h"
+#include "input.h"
+#include "legal.h"
+#include "ordering.h"
+#include "search_limits.h"
+
+namespace {
+
+constexpr std::int32_t delta_margin = 120; // a capture must be able to come this close to best
+constexpr std::int32_t en_passant_victim = 100;
+constexpr std::int32_t check_margin = 180; // quiet checks only when stand-pat is this close
+constexpr int quiet_check_limit = 10;
+
+} // namespace
+
+std::uint64_t quiescence_node_count = 0;
+
+bool side_in_check(const Board &board)
+{
+    if (board.white_to_move) return attacked_by_black(board, first_square(board.white_king));
+    return attacked_by_white(board, first_square(board.black_king));
+}
+
+std::int32_t quiescence(
+    Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta, std::int32_t known_eval)
+{
+    quiescence_node_count++;
+    poll_input();
+    if (search_stop) return 0;
+
+    // The ordering of every list below evaluates each child from the mover's side; the child's
+    // own evaluation for its side to move is the negative, so it is handed down, not redone.
+    std::int32_t child_evals[max_moves];
+
+    // In check: every evasion is searched, whatever the budget, and there is no stand-pat.
+    if (side_in_check(board)) {
+        MoveList list;
+        list.count = 0;
+        generate_moves(board, &list);
+        if (list.count == 0) return quiescence_mate_score;
+        order_by_evaluation(board, &list, child_evals);
+        for (int i = 0; i < list.count; i++) {
+            poll_input();
+            if (search_stop) return 0;
+            Board child = board;
+            apply_move(&child, list.moves[i]);
+            const std::int32_t score
+                = -quiescence(child, depth - 1, -beta, -alpha, negate_eval(child_evals[i]));
+            if (score >= beta) return beta;
+            if (score > alpha) alpha = score;
+        }
+        return alpha;
+    }
+
+    const std::int32_t stand_pat
+        = known_eval != unknown_eval ? known_eval : evaluate(board, board.white_to_move, 0);
+    if (stand_pat >= beta) return beta;
+
+    // One legal list serves both the captures and, later, the quiet checks; each keeps the
+    // generator's order.
+    MoveList all;
+    all.count = 0;
+    generate_moves(board, &all);
+    MoveList list;
+    list.count = 0;
+    for (int i = 0; i < all.count; i++)
+        if (all.moves[i] & move_capture) list.moves[list.count++] = all.moves[i];
+    // No capture: the static score stands, below alpha too, and no quiet check is tried.
+    if (list.count == 0) return stand_pat;
+
+    std::int32_t best = stand_pat > alpha ? stand_pat : alpha;
+    order_by_evaluation(board, &list, child_evals);
+    for (int i = 0; i < list.count; i++) {
+        poll_input();
+        if (search_stop) return 0;
+        const Move m = list.moves[i];
+        // Delta rule: a plain capture that can't bring the score near the best is skipped.
+        if (!(m & (move_gives_check | move_promoted))) {
+            const std::int32_t victim = (m & move_en_passant)
+                ? en_passant_victim
+                : (move_captured(m) >= 1 && move_captured(m) <= 6
+                        ? piece_values[move_captured(m) - 1]
+                        : 0);
+            if (victim > 0 && victim + stand_pat + delta_margin < best) continue;
+        }
+        Board child = board;
+        apply_move(&child, m);
+        const std::int32_t score
+            = -quiescence(child, depth, -beta, -best, negate_eval(child_evals[i]));
+        if (score >= beta) return beta;
+        if (score > best) best = score;
+    }
+
+    if (depth <= 0) return best;
+    if (stand_pat + check_margin < best) return best;
+
+    // A few quiet checks, best first by evaluation; each spends one unit of the budget.
+    list.count = 0;
+    for (int i = 0; i < all.count; i++) {
+        const Move m = all.moves[i];
+        if ((m & move_gives_check) && !(m & move_capture)) list.moves[list.count++] = m;
+    }
+    if (list.count == 0) return best;
+    order_by_evaluation(board, &list, child_evals);
+    if (list.count > quiet_check_limit) list.count = quiet_check_limit;
+    for (int i = 0; i < list.count; i++) {
+        poll_input();
+        if (search_stop) return 0;
+        Board child = board;
+        apply_move(&child, list.moves[i]);
+        const std::int32_t score
+            = -quiescence(child, depth - 1, -beta, -best, negate_eval(child_evals[i]));
+        if (score >= beta) return beta;
+        if (score > best) best = score;
+    }
+    return best;
+}

@@ -1,0 +1,23 @@
+// Quiescence: a small search of captures, check evasions and a few quiet checks that settles a
+// position at the horizon before its score is believed.
+#pragma once
+
+#include <climits>
+#include <cstdint>
+
+#include "board.h"
+
+constexpr std::int32_t quiescence_mate_score = -9999; // in check with no move; carries no ply
+
+// Entries into quiescence since the caller last set it to 0; the search itself never reads it.
+extern std::uint64_t quiescence_node_count;
+
+// Score of `board` for its side to move, within the window (alpha, beta). `depth` is a budget
+// spent only by evasions and quiet checks; captures are free. Returns 0 at once when
+// search_stop is up. `known_eval`, when not unknown_eval, is evaluate of `board` for its side to
+// move, already worked out by the caller (the ordering of the parent's moves).
+std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+    std::int32_t known_eval = INT32_MIN);
+
+// True when the side to move in `board` is in check.
+bool side_in_check(const Board &board);

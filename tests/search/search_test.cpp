@@ -1,0 +1,224 @@
+// Whole searches: the two reference searches, mates, draws, single replies, and the go and
+// sortedmoves words as a GUI sees them.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "alpha_beta.h"
+#include "apply.h"
+#include "commands.h"
+#include "evaluate.h"
+#include "fen.h"
+#include "iterate.h"
+#include "legal.h"
+#include "ordering.h"
+#include "search_limits.h"
+
+namespace {
+
+struct row {
+    int depth;
+    std::uint64_t nodes;
+    int score;
+    std::string pv;
+    bool operator==(const row &) const = default;
+};
+
+void PrintTo(const row &r, std::ostream *os)
+{
+    *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
+}
+
+std::vector<row> rows;
+
+void collect(const iteration_report &r) { rows.push_back({ r.depth, r.nodes, r.score, r.pv }); }
+
+struct result {
+    std::vector<row> rows;
+    std::string best;
+};
+
+// Sets up the position of a `position` line and runs the search of a `go` line, as the
+// commands do, keeping the info rows.
+result search(const char *position_line, const char *go_line)
+{
+    handle_command(position_line);
+    parse_go(go_line, &search_depth_limit, &search_time_limit_ms, &time_limit_active);
+    rows.clear();
+    const std::string best = iterate_search(collect);
+    return { rows, best };
+}
+
+// What the whole command line prints.
+std::string output_of(const char *line)
+{
+    testing::internal::CaptureStdout();
+    handle_command(line);
+    std::fflush(stdout);
+    return testing::internal::GetCapturedStdout();
+}
+
+TEST(ReferenceSearch, StartPositionToDepthFive)
+{
+    const result r = search("position startpos", "go depth 5");
+    const std::vector<row> expected = {
+        { 1, 21, 476, "d2d3 " },
+        { 2, 66, 131, "d2d4 d7d5 " },
+        // The stored line ends in a word left over from another branch, which is not legal
+        // after d7d5: the text stops before it.
+        { 3, 166, 375, "e2e4 d7d5 " },
+        { 4, 658, 402, "e2e3 e7e5" },
+        { 5, 3116, 419, "e2e4 d7d5" },
+    };
+    EXPECT_EQ(r.rows, expected);
+    EXPECT_EQ(r.best, "e2e4");
+    // The stored line itself keeps the left-over word, since the ordering reads it.
+}
+
+TEST(ReferenceSearch, KingAndPawnToDepthSix)
+{
+    const result r = search("position fen 8/8/8/4k3/8/8/4P3/4K3 w - - 0 1", "go depth 6");
+    const std::vector<row> expected = {
+        { 1, 8, 128, "e2e3 " },
+        { 2, 26, 101, "e2e3 e5d6 " },
+        { 3, 118, 114, "e2e3 e5d5 e1d1 d5e4" },
+        { 4, 263, 101, "e2e3 e5d5 e1d1 d5c6 " },
+        { 5, 875, 103, "e2e3 e5d6 e1d1 d6c7 d1c1" },
+        { 6, 1396, 103, "e2e3 e5d6 e1d1 d6c7 e3e4 c7b6 " },
+    };
+    EXPECT_EQ(r.rows, expected);
+    EXPECT_EQ(r.best, "e2e3");
+}
+
+TEST(ReferenceSearch, ThirdIterationKeepsTheLeftOverWordInTheTable)
+{
+    search("position startpos", "go depth 3");
+    ASSERT_EQ(pv_length[0], 3);
+    char text[8];
+    move_to_text(pv_cell(0, 2), text);
+    EXPECT_STREQ(text, "e2e4");
+}
+
+TEST(Search, RepeatsItselfExactly)
+{
+    const result first = search("position startpos moves e2e4 e7e5 g1f3", "go depth 4");
+    const result second = search("position startpos moves e2e4 e7e5 g1f3", "go depth 4");
+    EXPECT_EQ(first.rows.size(), 4u);
+    EXPECT_EQ(first.rows, second.rows);
+    EXPECT_EQ(first.best, second.best);
+}
+
+TEST(Search, MateInOneScores9999AndGoesOnToTheDepthLimit)
+{
+    const result r = search("position fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1", "go depth 3");
+    ASSERT_EQ(r.rows.size(), 3u);
+    for (const row &x : r.rows) EXPECT_EQ(x.score, 9999);
+    EXPECT_EQ(r.best, "a1a8");
+}
+
+TEST(Search, CheckmatedRootPrintsEmptyLinesAndNoMove)
+{
+    const result r = search("position fen R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", "go depth 2");
+    const std::vector<row> expected = { { 1, 1, -10000, "" }, { 2, 2, -10000, "" } };
+    EXPECT_EQ(r.rows, expected);
+    EXPECT_EQ(r.best, "0000");
+}
+
+TEST(Search, StalematedRootScoresZero)
+{
+    const result r = search("position fen 7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", "go depth 2");
+    const std::vector<row> expected = { { 1, 1, 0, "" }, { 2, 2, 0, "" } };
+    EXPECT_EQ(r.rows, expected);
+    EXPECT_EQ(r.best, "0000");
+}
+
+TEST(Search, SingleReplyIsPlayedWithoutSearch)
+{
+    const result r = search("position fen 7k/8/8/8/8/8/8/6RK b - - 0 1", "go depth 5");
+    EXPECT_TRUE(r.rows.empty());
+    EXPECT_EQ(r.best, "h8h7");
+    EXPECT_EQ(node_count, 1);
+}
+
+// Black, a queen down, can repeat the position a third time with the knight.
+constexpr const char *repetition_line = "position fen k7/8/8/8/8/8/8/KQ5n b - - 0 1 moves h1g3 "
+                                        "b1b2 g3h1 b2b1 h1g3 b1b2 g3h1 b2b1";
+
+TEST(Search, ThirdRepetitionIsADraw)
+{
+    const result r = search(repetition_line, "go depth 1");
+    ASSERT_EQ(r.rows.size(), 1u);
+    EXPECT_EQ(r.rows[0].score, 0);
+    EXPECT_EQ(r.best, "h1g3");
+    // The game's history comes back as it was.
+    EXPECT_EQ(key_history_count, 9);
+}
+
+TEST(Search, FiftiethHalfMoveIsADrawOnlyOnTheCountOfFifty)
+{
+    const result drawn = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 49 1", "go depth 2");
+    ASSERT_EQ(drawn.rows.size(), 2u);
+    EXPECT_EQ(drawn.rows[1].score, 0);
+    const result lost = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 50 1", "go depth 2");
+    ASSERT_EQ(lost.rows.size(), 2u);
+    EXPECT_LT(lost.rows[1].score, -500);
+}
+
+TEST(GoCommand, PrintsInfoBestmoveAndElapsedTime)
+{
+    handle_command("position startpos");
+    const std::string out = output_of("go depth 1");
+    EXPECT_EQ(out.substr(0, 18), "info depth 1 time ");
+    EXPECT_NE(out.find(" nodes 21 score cp 476 pv d2d3 \nbestmove d2d3\r\nelapsed time: "),
+        std::string::npos);
+    EXPECT_EQ(out.substr(out.size() - 4), " ms\n");
+    EXPECT_EQ(out.back(), '\n');
+}
+
+TEST(GoCommand, BoardWithoutOneKingOfEachColourAnswersAtOnce)
+{
+    for (const char *fen :
+        { "position fen 8/8/8/8/8/8/8/8 w - - 0 1", "position fen k7/8/8/8/8/8/8/KK6 w - - 0 1",
+            "position fen 8/8/8/8/8/8/8/K7 b - - 0 1", "position fen 8/8/8/8/8/8 w - - 0 1" }) {
+        handle_command(fen);
+        const std::string out = output_of("go depth 5");
+        EXPECT_EQ(out.substr(0, 29), "bestmove 0000\r\nelapsed time: ") << fen;
+        EXPECT_EQ(output_of("sortedmoves"), "") << fen;
+    }
+}
+
+TEST(SortedMoves, BeforeAnySearchEveryMoveHasItsEvaluation)
+{
+    handle_command("position startpos");
+    clear_counters();
+    std::fill(std::begin(pv_length), std::end(pv_length), 0);
+    const std::string out = output_of("sortedmoves");
+    EXPECT_EQ(out.find("True"), std::string::npos);
+    EXPECT_EQ(out.find("12000"), std::string::npos);
+    // Each quiet move shows the evaluation after it, from the mover's side.
+    MoveList list;
+    list.count = 0;
+    generate_moves(current_board, &list);
+    ASSERT_EQ(list.count, 20);
+    for (int i = 0; i < list.count; i++) {
+        Board child = current_board;
+        apply_move(&child, list.moves[i]);
+        char text[8];
+        move_to_text(list.moves[i], text);
+        const std::string line
+            = std::string(text) + ": " + std::to_string(evaluate(child, 1, 0)) + "   False\n";
+        EXPECT_NE(out.find(line), std::string::npos) << line;
+    }
+}
+
+TEST(SortedMoves, AfterASearchMarksTheFirstMoveOfTheLine)
+{
+    search("position startpos", "go depth 5");
+    const std::string out = output_of("sortedmoves");
+    EXPECT_EQ(out.substr(0, 19), "e2e4: 12000   True\n");
+    // Exactly one move is marked.
+    EXPECT_EQ(out.find("True"), out.rfind("True"));
+}
+
+} // namespace

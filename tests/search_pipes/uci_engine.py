@@ -1,0 +1,81 @@
+"""Drives the engine binary through pipes, as a GUI does."""
+import os
+import re
+import select
+import subprocess
+import time
+
+
+class Engine:
+    def __init__(self, path, preexec_fn=None):
+        self.proc = subprocess.Popen([path], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                     stderr=subprocess.PIPE, bufsize=0, preexec_fn=preexec_fn)
+        self.pending = b""
+
+    def send(self, text):
+        self.proc.stdin.write(text.encode() if isinstance(text, str) else text)
+        self.proc.stdin.flush()
+
+    def close_input(self):
+        self.proc.stdin.close()
+
+    def read_line(self, timeout):
+        """The next line with its end (LF, any CR kept), or None after `timeout` seconds."""
+        deadline = time.monotonic() + timeout
+        while b"\n" not in self.pending:
+            left = deadline - time.monotonic()
+            if left <= 0:
+                return None
+            ready, _, _ = select.select([self.proc.stdout], [], [], left)
+            if not ready:
+                return None
+            chunk = os.read(self.proc.stdout.fileno(), 65536)
+            if not chunk:
+                if self.pending:
+                    line, self.pending = self.pending, b""
+                    return line.decode()
+                return None
+            self.pending += chunk
+        line, _, self.pending = self.pending.partition(b"\n")
+        return line.decode() + "\n"
+
+    def read_until(self, prefix, timeout):
+        """Lines up to and including the first that starts with `prefix`; raises on timeout."""
+        lines = []
+        deadline = time.monotonic() + timeout
+        while True:
+            line = self.read_line(max(0.0, deadline - time.monotonic()))
+            if line is None:
+                raise AssertionError("no %r within %.1f s; got %r" % (prefix, timeout, lines))
+            lines.append(line)
+            if line.startswith(prefix):
+                return lines
+
+    def search(self, go_line, timeout=60):
+        """Sends a go line; returns (info lines, bestmove line, elapsed line)."""
+        self.send(go_line + "\n")
+        lines = self.read_until("bestmove", timeout)
+        elapsed = self.read_until("elapsed time:", 5)
+        return lines[:-1], lines[-1], elapsed[-1]
+
+    def legal_moves(self):
+        """The movlist of the current position, ended by an isready probe."""
+        self.send("movlist\nisready\n")
+        lines = self.read_until("readyok", 30)
+        return [l.strip() for l in lines[:-1]]
+
+    def wait(self, timeout):
+        try:
+            return self.proc.wait(timeout)
+        except subprocess.TimeoutExpired:
+            self.proc.kill()
+            raise AssertionError("the engine did not end within %.1f s" % timeout)
+
+    def kill(self):
+        if self.proc.poll() is None:
+            self.proc.kill()
+            self.proc.wait()
+
+
+def without_time(info_line):
+    return re.sub(r" time \d+ ", " time T ", info_line)

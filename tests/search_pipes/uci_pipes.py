@@ -1,0 +1,226 @@
+"""Integration cases of the engine over pipes. Usage: uci_pipes.py ENGINE CASE"""
+import resource
+import sys
+import time
+
+from uci_engine import Engine, without_time
+
+START_KEY = "463b96181691fc9c"
+LONG_SEARCH = "go depth 12"  # no time limit: only stop, quit or twelve iterations end it
+
+
+def expect(condition, message):
+    if not condition:
+        raise AssertionError(message)
+
+
+def case_reference_lines(path):
+    e = Engine(path)
+    e.send("uci\nisready\n")
+    e.read_until("readyok", 10)
+    e.send("position startpos\n")
+    infos, best, elapsed = e.search("go depth 5")
+    expect([without_time(l) for l in infos] == [
+        "info depth 1 time T nodes 21 score cp 476 pv d2d3 \n",
+        "info depth 2 time T nodes 66 score cp 131 pv d2d4 d7d5 \n",
+        "info depth 3 time T nodes 166 score cp 375 pv e2e4 d7d5 \n",
+        "info depth 4 time T nodes 658 score cp 402 pv e2e3 e7e5\n",
+        "info depth 5 time T nodes 3116 score cp 419 pv e2e4 d7d5\n"], infos)
+    expect(best == "bestmove e2e4\r\n", best)
+    expect(elapsed.startswith("elapsed time: ") and elapsed.endswith(" ms\n"), elapsed)
+    e.send("position fen 8/8/8/4k3/8/8/4P3/4K3 w - - 0 1\n")
+    infos, best, _ = e.search("go depth 6")
+    expect([without_time(l) for l in infos] == [
+        "info depth 1 time T nodes 8 score cp 128 pv e2e3 \n",
+        "info depth 2 time T nodes 26 score cp 101 pv e2e3 e5d6 \n",
+        "info depth 3 time T nodes 118 score cp 114 pv e2e3 e5d5 e1d1 d5e4\n",
+        "info depth 4 time T nodes 263 score cp 101 pv e2e3 e5d5 e1d1 d5c6 \n",
+        "info depth 5 time T nodes 875 score cp 103 pv e2e3 e5d6 e1d1 d6c7 d1c1\n",
+        "info depth 6 time T nodes 1396 score cp 103 pv e2e3 e5d6 e1d1 d6c7 e3e4 c7b6 \n"],
+        infos)
+    expect(best == "bestmove e2e3\r\n", best)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def start_long_search(e):
+    e.send("position startpos\n" + LONG_SEARCH + "\n")
+    e.read_until("info depth 3", 30)
+
+
+def case_stop_is_prompt(path):
+    e = Engine(path)
+    start_long_search(e)
+    time.sleep(0.2)
+    sent = time.monotonic()
+    e.send("stop\n")
+    lines = e.read_until("bestmove", 10)
+    took = time.monotonic() - sent
+    expect(took < 0.2, "stop took %.3f s" % took)
+    expect(all(l.startswith("info depth") for l in lines[:-1]), lines)
+    e.read_until("elapsed time:", 5)
+    # The stop has no lasting effect: the next search runs normally.
+    e.send("position startpos\n")
+    infos, best, _ = e.search("go depth 2")
+    expect(len(infos) == 2 and best.startswith("bestmove "), infos)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_lines_wait_for_bestmove(path):
+    e = Engine(path)
+    start_long_search(e)
+    # A line sent during the search runs after it; the stop in the same write takes effect.
+    e.send("isready\nposition startpos moves e2e4\nstop\n")
+    lines = e.read_until("readyok", 10)
+    expect(lines[-2].startswith("elapsed time:"), lines)
+    expect(any(l.startswith("bestmove") for l in lines), lines)
+    e.send("boardkey\n")
+    key = e.read_until("static  key:", 5)[-1]
+    expect(START_KEY not in key, "position ran after bestmove: " + key)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_stop_drops_rest_of_chunk(path):
+    e = Engine(path)
+    start_long_search(e)
+    e.send("stop\nposition startpos moves e2e4\n")
+    e.read_until("elapsed time:", 10)
+    e.send("boardkey\n")
+    key = e.read_until("static  key:", 5)[-1]
+    expect(START_KEY in key, "the line behind stop should be lost: " + key)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_quit_in_two_pieces(path):
+    e = Engine(path)
+    start_long_search(e)
+    e.send("qu")
+    time.sleep(0.1)
+    e.send("it\n")
+    e.read_until("elapsed time:", 10)
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_quit_during_search(path):
+    e = Engine(path)
+    start_long_search(e)
+    sent = time.monotonic()
+    e.send("quit\n")
+    e.read_until("bestmove", 10)
+    e.read_until("elapsed time:", 5)
+    expect(e.wait(10) == 0, "exit status")
+    expect(time.monotonic() - sent < 1.0, "quit was slow")
+
+
+def case_upper_case_quit_only_stops(path):
+    e = Engine(path)
+    start_long_search(e)
+    e.send("QUIT\n")
+    e.read_until("elapsed time:", 10)
+    e.send("isready\n")
+    e.read_until("readyok", 10)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_sixty_fifth_line_is_lost(path):
+    e = Engine(path)
+    start_long_search(e)
+    e.send("".join("isready\n" for _ in range(70)) + "stop\n")
+    e.read_until("elapsed time:", 10)
+    e.send("uci\n")
+    lines = e.read_until("uciok", 10)
+    ready = sum(1 for l in lines if l == "readyok\r\n")
+    expect(ready == 64, "%d readyok lines" % ready)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_long_line_is_cut(path):
+    e = Engine(path)
+    start_long_search(e)
+    # Only the first 16383 characters count: the move at the end falls away.
+    line = "position startpos moves" + " " * 19990 + "e2e4\n"
+    e.send(line)
+    time.sleep(0.1)
+    e.send("stop\n")
+    e.read_until("elapsed time:", 10)
+    e.send("boardkey\n")
+    key = e.read_until("static  key:", 5)[-1]
+    expect(START_KEY in key, key)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_input_ends_during_search(path):
+    e = Engine(path)
+    e.send("position startpos\ngo movetime 400\n")
+    sent = time.monotonic()
+    e.close_input()
+    lines = e.read_until("bestmove", 10)
+    took = time.monotonic() - sent
+    expect(took > 0.3, "the search ended early, after %.3f s" % took)
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_odd_go_arguments(path):
+    e = Engine(path)
+    e.send("position startpos moves e2e4 e7e5\n")
+    for line, most in [("go depth -3", 8), ("go movetime 0", 8), ("go wtime 0 btime 0", 8),
+                       ("go depth", 8), ("go movetime", 8), ("go wtime", 8),
+                       ("go depth movetime 100", 8), ("go movetime 50", 2),
+                       ("go wtime 15 btime 15", 2), ("go depth 1 wtime 100", 2),
+                       ("go infinite", 8), ("go ponder searchmoves e2e4", 8),
+                       ("go\tdepth 3", 1), ("go movetime 99999999999999999999", 8)]:
+        sent = time.monotonic()
+        if line == "go\tdepth 3":
+            # Not the word go: nothing happens.
+            e.send(line + "\nisready\n")
+            lines = e.read_until("readyok", 5)
+            expect(len(lines) == 1, lines)
+            continue
+        infos, best, _ = e.search(line, most + 10)
+        took = time.monotonic() - sent
+        expect(took < most, "%s took %.1f s" % (line, took))
+        expect(best.startswith("bestmove ") and best.endswith("\r\n"), best)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_board_without_kings(path):
+    e = Engine(path)
+    for fen in ["8/8/8/8/8/8/8/8 w - - 0 1", "k7/8/8/8/8/8/8/KK6 w - - 0 1",
+                "8/8/8/8 w - -", "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
+        e.send("position fen %s\n" % fen)
+        infos, best, _ = e.search("go depth 4", 5)
+        expect(infos == [] and best == "bestmove 0000\r\n", (fen, infos, best))
+        e.send("sortedmoves\nisready\n")
+        expect(e.read_until("readyok", 5) == ["readyok\r\n"], fen)
+    e.send("quit\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
+def case_allocation_failure(path):
+    def limit_memory():
+        resource.setrlimit(resource.RLIMIT_AS, (256 << 20, 256 << 20))
+    e = Engine(path, preexec_fn=limit_memory)
+    # The engine may be gone before anything could be written to it: send nothing.
+    status = e.wait(10)
+    out = e.proc.stdout.read()
+    err = e.proc.stderr.read()
+    expect(status == 1, "exit status %d" % status)
+    expect(err == b"Failed to allocate hash table\r\n", err)
+    expect(out == b"", out)
+
+
+def main():
+    path, case = sys.argv[1], sys.argv[2]
+    globals()["case_" + case](path)
+    print("ok", case)
+
+
+if __name__ == "__main__":
+    main()
