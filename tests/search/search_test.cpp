@@ -13,6 +13,7 @@
 #include "iterate.h"
 #include "legal.h"
 #include "ordering.h"
+#include "quiescence.h"
 #include "search_limits.h"
 
 namespace {
@@ -163,6 +164,50 @@ TEST(Search, FiftiethHalfMoveIsADrawOnlyOnTheCountOfFifty)
     const result lost = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 50 1", "go depth 2");
     ASSERT_EQ(lost.rows.size(), 2u);
     EXPECT_LT(lost.rows[1].score, -500);
+}
+
+Board board_of(const char *position_line)
+{
+    handle_command(position_line);
+    return current_board;
+}
+
+TEST(Quiescence, CheckmatedSideScoresMinus9999WhateverTheWindow)
+{
+    const Board mated = board_of("position fen R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1");
+    EXPECT_EQ(quiescence(mated, 4, -50, 50), -9999);
+    EXPECT_EQ(quiescence(mated, 0, 300, 400), -9999);
+    EXPECT_EQ(quiescence(mated, 6, -20000, -10001), -9999);
+}
+
+TEST(Quiescence, StalematedSideGetsItsStaticScore)
+{
+    const Board stalemate = board_of("position fen 7k/5Q2/6K1/8/8/8/8/8 b - - 0 1");
+    const std::int32_t stand_pat = evaluate(stalemate, 0, 0);
+    EXPECT_LT(stand_pat, -800);
+    EXPECT_EQ(quiescence(stalemate, 4, -100, 100), stand_pat);
+}
+
+TEST(Quiescence, QuietCheckWithoutCaptureIsNotTried)
+{
+    // Ra8 mates, but with no capture on the board the static score stands, even below alpha.
+    const Board board = board_of("position fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1");
+    const std::int32_t stand_pat = evaluate(board, 1, 0);
+    EXPECT_EQ(quiescence(board, 4, stand_pat + 100, 9000), stand_pat);
+}
+
+TEST(Quiescence, StandPatAtOrAboveBetaReturnsBeta)
+{
+    const Board board = board_of("position fen 4k3/8/8/8/8/8/3q4/R3K3 w - - 0 1");
+    EXPECT_EQ(quiescence(board, 4, -30000, -29000), -29000);
+}
+
+TEST(Quiescence, KnownEvaluationGivesTheSameScore)
+{
+    const Board board = board_of("position fen 4k3/8/8/8/2bn4/8/3N1B2/4K3 w - - 0 1");
+    const std::int32_t e = evaluate(board, 1, 0);
+    for (int budget : { 0, 4 })
+        EXPECT_EQ(quiescence(board, budget, -200, 200, e), quiescence(board, budget, -200, 200));
 }
 
 TEST(GoCommand, PrintsInfoBestmoveAndElapsedTime)
