@@ -190,7 +190,7 @@ def case_odd_go_arguments(path):
     expect(e.wait(10) == 0, "exit status")
 
 
-def case_board_without_kings(path):
+def case_garbled_boards(path):
     e = Engine(path)
     for fen in ["8/8/8/8/8/8/8/8 w - - 0 1", "k7/8/8/8/8/8/8/KK6 w - - 0 1",
                 "8/8/8/8 w - -", "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
@@ -199,6 +199,15 @@ def case_board_without_kings(path):
         expect(infos == [] and best == "bestmove 0000\r\n", (fen, infos, best))
         e.send("sortedmoves\nisready\n")
         expect(e.read_until("readyok", 5) == ["readyok\r\n"], fen)
+    # Boards that no game reaches still get an answer: a king in check with the other side to
+    # move, pawns on the edge ranks, far too many pieces, stacked sets, odd en-passant fields.
+    for fen in ["4k3/4R3/8/8/8/8/8/4K3 w - - 0 1", "P3k3/8/8/8/8/8/8/4K2p w - - 0 1",
+                "QQQQkQQQ/QQQQQQQQ/QQQQQQQQ/8/8/qqqqqqqq/qqqqqqqq/qqqqKqqq w - - 0 1",
+                "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNRRRRR w KQkq - 0 1",
+                "4k3/8/8/8/8/8/8/4K3 w KQkq e3 0 1", "4k3/8/8/8/8/8/8/4K3 b - z9 300 1"]:
+        e.send("position fen %s\n" % fen)
+        infos, best, _ = e.search("go depth 4", 30)
+        expect(best.startswith("bestmove ") and best.endswith("\r\n"), (fen, best))
     e.send("quit\n")
     expect(e.wait(10) == 0, "exit status")
 
