@@ -13,6 +13,7 @@
 #include "random_boards.h"
 #include "reference_eval.h"
 #include "report.h"
+#include "start_report.h"
 
 namespace {
 
@@ -73,43 +74,6 @@ TEST_P(ReferencePosition, PhaseMaterialAndScore)
 INSTANTIATE_TEST_SUITE_P(Eval, ReferencePosition, testing::ValuesIn(reference_cases));
 
 // ---- The report -----------------------------------------------------------------------------
-
-constexpr const char *start_report_half = " Rook Mobility: 4\n"
-                                          "%s Rook Attack: 0\n"
-                                          "%s Bishop Mobility: 4\n"
-                                          "%s Bishop Attack: 0\n"
-                                          "%s Knight Mobility: 2\n"
-                                          "%s Knight Attack: 0\n"
-                                          "%s Queen Mobility: 5\n"
-                                          "%s Queen Attack: 0\n"
-                                          "%s King Safety Penalty: 0\n"
-                                          "%s Center Score: 0\n"
-                                          "%s Coord Score: 0\n"
-                                          "%s Rook File Score: 0\n"
-                                          "%s Pawn Structure Penalty: 0\n"
-                                          "%s Bishop Block Penalty: 22\n"
-                                          "%s Bishop King Pawn Block Penalty: 0\n"
-                                          "%s King-Side Bishop Trap Penalty: 16\n"
-                                          "%s Bishop Pair Bonus: 18\n"
-                                          "%s King Development Score: -18\n"
-                                          "%s Castled Shield Penalty: 0\n"
-                                          "%s Central Pawn Opening Score: 0\n"
-                                          "%s No Central Pawn Penalty: 28\n"
-                                          "%s Early Queen Penalty: 0\n"
-                                          "%s Knight Edge Penalty: 14\n"
-                                          "%s Rook Corner Trap Penalty: 0\n";
-
-std::string start_report()
-{
-    std::string text;
-    for (const char *colour : { "White", "Black" }) {
-        std::string half = std::string(colour) + start_report_half;
-        for (std::size_t at; (at = half.find("%s")) != std::string::npos;)
-            half.replace(at, 2, colour);
-        text += half;
-    }
-    return text;
-}
 
 TEST(Report, StartPositionByteForByte)
 {
