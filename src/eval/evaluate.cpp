@@ -36,7 +36,9 @@ eval_input derive(const Board &b)
     in.king_square[black] = first_square(b.black_king);
     in.castling[white] = b.white_oo || b.white_ooo;
     in.castling[black] = b.black_oo || b.black_ooo;
-    in.phase = phase_of(material_of(in, white) + material_of(in, black));
+    in.material[white] = material_of(in, white);
+    in.material[black] = material_of(in, black);
+    in.phase = phase_of(in.material[white] + in.material[black]);
     in.attacked[white] = attacked_squares_white(in);
     in.attacked[black] = attacked_squares_black(in);
     return in;
@@ -89,8 +91,8 @@ breakdown evaluate_terms(const Board &board)
     const eval_input in = derive(board);
     breakdown scores {};
     scores.phase = in.phase;
-    scores.terms.value[white][material] = material_of(in, white);
-    scores.terms.value[black][material] = material_of(in, black);
+    scores.terms.value[white][material] = in.material[white];
+    scores.terms.value[black][material] = in.material[black];
     for (const term_family &family : families)
         if (term_active[family.first][in.phase]) family.fill(in, scores.terms);
     for (int us = white; us <= black; us++) {
