@@ -10,7 +10,8 @@
 #include "eval_commands.h"
 #include "fen.h"
 #include "input.h"
-#include "limits.h"
+#include "move_commands.h"
+#include "search_limits.h"
 #include "text.h"
 #include "zobrist.h"
 
@@ -73,6 +74,18 @@ int run_boardkey(const char *, char *)
     return 0;
 }
 
+int run_perft(const char *, char *rest)
+{
+    perft_command(rest);
+    return 0;
+}
+
+int run_movlist(const char *, char *)
+{
+    print_moves();
+    return 0;
+}
+
 int run_cls(const char *, char *)
 {
     clear_console();
@@ -115,8 +128,8 @@ constexpr command commands[] = {
     { "stop", run_stop },
     { "quit", run_quit },
     { "boardkey", run_boardkey },
-    { "perft", run_nothing },
-    { "movlist", run_nothing },
+    { "perft", run_perft },
+    { "movlist", run_movlist },
     { "cls", run_cls },
     { "sortedmoves", run_nothing },
     { "help", run_help },

@@ -8,8 +8,8 @@
 #include "board.h"
 #include "commands.h"
 #include "input.h"
-#include "limits.h"
 #include "platform.h"
+#include "search_limits.h"
 #include "zobrist.h"
 
 void engine_init()

@@ -4,8 +4,8 @@
 #include <cctype>
 #include <cstring>
 
-#include "limits.h"
 #include "platform.h"
+#include "search_limits.h"
 #include "text.h"
 
 char input_line[command_size];

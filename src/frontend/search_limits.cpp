@@ -1,5 +1,5 @@
 // Search limits and the deadline.
-#include "limits.h"
+#include "search_limits.h"
 
 #include <cstring>
 

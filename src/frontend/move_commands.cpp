@@ -1,0 +1,60 @@
+// The move list and perft commands.
+#include "move_commands.h"
+
+#include <cstdio>
+
+#include "apply.h"
+#include "board.h"
+#include "legal.h"
+#include "perft.h"
+#include "platform.h"
+#include "text.h"
+
+void print_moves()
+{
+    MoveList list;
+    list.count = 0;
+    generate_moves(current_board, &list);
+    char text[8];
+    for (int i = 0; i < list.count; i++) {
+        move_to_text(list.moves[i], text);
+        std::puts(text);
+    }
+}
+
+std::uint64_t perft_root(int depth)
+{
+    if (depth < 1) return 1;
+    MoveList list;
+    list.count = 0;
+    generate_moves(current_board, &list);
+    std::uint64_t total = 0;
+    char text[8];
+    for (int i = 0; i < list.count; i++) {
+        Board copy = current_board;
+        std::uint64_t key = current_key; // a scratch key: the game's own stays untouched
+        apply_move_keyed(&copy, list.moves[i], &key);
+        const std::uint64_t nodes = perft(depth - 1, copy);
+        move_to_text(list.moves[i], text);
+        std::fputs(text, stdout);
+        if (depth > 1)
+            std::printf(": %llu\r\n", static_cast<unsigned long long>(nodes));
+        else
+            std::puts("\r");
+        total += nodes;
+    }
+    return total;
+}
+
+void perft_command(char *rest)
+{
+    const char *word = next_token(&rest, ' ');
+    if (!word) return;
+    const int depth = text_to_int(word);
+    // A negative depth has no end; it is refused like a missing one.
+    if (depth < 0) return;
+    const std::uint64_t start = clock_ms();
+    const std::uint64_t nodes = depth == 0 ? 1 : perft_root(depth);
+    std::printf("%d=%llu\n", depth, static_cast<unsigned long long>(nodes));
+    std::printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+}

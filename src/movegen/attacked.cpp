@@ -1,0 +1,97 @@
+// Square and line tests, walking the rays square by square from the target.
+#include "attacked.h"
+
+#include "attacks.h"
+
+namespace {
+
+// Steps of the eight directions, indexed by direction number.
+constexpr int direction_step[9] = { 0, 8, 9, 1, -7, -8, -9, -1, 7 };
+
+// One step from `square`; -1 when it leaves the board or wraps past the a- or h-file.
+inline int step_from(int square, int step)
+{
+    const int next = square + step;
+    if (next < 0 || next > 63) return -1;
+    const int file_change = square_file(next) - square_file(square);
+    if (file_change > 1 || file_change < -1) return -1;
+    return next;
+}
+
+// Walks each direction of `directions` in turn; true on reaching an attacker before a blocker.
+template <int count>
+bool slider_walk(int square, const int (&directions)[count], Bitboard attackers, Bitboard blockers)
+{
+    for (int direction : directions)
+        for (int s = step_from(square, direction_step[direction]); s >= 0;
+             s = step_from(s, direction_step[direction])) {
+            if (attackers & square_bit(s)) return true;
+            if (blockers & square_bit(s)) break;
+        }
+    return false;
+}
+
+// The order of the walks: east, west, south, north; then south-east, north-west, south-west,
+// north-east.
+constexpr int rook_order[4] = { east, west, south, north };
+constexpr int bishop_order[4] = { south_east, north_west, south_west, north_east };
+
+template <bool white> int attacked_by(const Board &b, int square)
+{
+    if (square < 0 || square > 63) return 0;
+    const Bitboard knights = white ? b.white_knights : b.black_knights;
+    const Bitboard king = white ? b.white_king : b.black_king;
+    const Bitboard rooks = white ? b.white_rooks | b.white_queens : b.black_rooks | b.black_queens;
+    const Bitboard bishops
+        = white ? b.white_bishops | b.white_queens : b.black_bishops | b.black_queens;
+    const Bitboard pawns = white ? b.white_pawns : b.black_pawns;
+    const Bitboard all = white_set(b) | black_set(b);
+
+    if (knight_attacks[square] & knights) return 1;
+    if (king && (king_attacks[first_square(king)] & square_bit(square))) return 1;
+    if (slider_walk(square, rook_order, rooks, all & ~rooks)) return 1;
+    if (slider_walk(square, bishop_order, bishops, all & ~bishops)) return 1;
+
+    // A pawn attacks diagonally forward; none stands behind its own second rank.
+    const int file = square_file(square);
+    if constexpr (white) {
+        if (square < 16) return 0;
+        return ((pawns & square_bit(square - 7)) && file < 7)
+            || ((pawns & square_bit(square - 9)) && file != 0);
+    } else {
+        if (square > 47) return 0;
+        return ((pawns & square_bit(square + 7)) && file != 0)
+            || ((pawns & square_bit(square + 9)) && file < 7);
+    }
+}
+
+template <bool white_slider> int king_line_attacked(const Board &b, int square, int direction)
+{
+    if (direction < 1 || direction > 8 || square < 0 || square > 63) return 0;
+    const bool rook_line = direction & 1;
+    const Bitboard sliders = white_slider
+        ? (rook_line ? b.white_rooks : b.white_bishops) | b.white_queens
+        : (rook_line ? b.black_rooks : b.black_bishops) | b.black_queens;
+    const Bitboard all = white_set(b) | black_set(b);
+    for (int s = step_from(square, direction_step[direction]); s >= 0;
+         s = step_from(s, direction_step[direction])) {
+        if (sliders & square_bit(s)) return 1;
+        if (all & square_bit(s)) return 0;
+    }
+    return 0;
+}
+
+} // namespace
+
+int attacked_by_white(const Board &board, int square) { return attacked_by<true>(board, square); }
+int attacked_by_black(const Board &board, int square) { return attacked_by<false>(board, square); }
+
+int black_king_line_attacked(const Board &board, int square, int direction)
+{
+    return king_line_attacked<true>(board, square, direction);
+}
+
+int white_king_line_attacked(const Board &board, int square, int direction)
+{
+    return king_line_attacked<false>(board, square, direction);
+}

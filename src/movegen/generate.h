@@ -1,0 +1,52 @@
+// The piece move generators: pseudo-legal moves of the side to move, appended kind by kind to
+// the list being filled, and the occupant tables that name the piece on each square.
+#pragma once
+
+#include <cstdint>
+
+#include "board.h"
+
+// Room for the pseudo-legal moves of any board a FEN can give, far beyond what a game reaches.
+// Appending stops at the last slot, so even a board with stacked sets writes nothing out of
+// bounds; generate_moves then keeps the first max_moves legal words.
+constexpr int max_pseudo_moves = 2048;
+
+struct PseudoMoveList {
+    Move moves[max_pseudo_moves];
+    std::int32_t count;
+};
+
+// Shared state, set by generate_moves before it runs the generators and only read by them.
+extern PseudoMoveList *gen_list; // the list being filled
+extern Board gen_board; // the position moves are generated for
+extern Bitboard gen_occupied, gen_white, gen_black, gen_not_white, gen_not_black;
+extern std::uint8_t gen_white_king_square, gen_black_king_square; // 64 when the set is empty
+
+// Piece code of the piece of that colour on each square, 0 elsewhere; a1 first.
+extern std::uint8_t white_occupants[64];
+extern std::uint8_t black_occupants[64];
+
+// Fresh words: from | to << 6 with the mover's constant; capture, captured and gives_check are
+// added by generate_moves.
+constexpr Move pawn_word = 0x04000000, en_passant_word = 0x04400000, promotion_word = 0x04800000;
+constexpr Move rook_word = 0x08000000, knight_word = 0x0C000000, bishop_word = 0x10000000;
+constexpr Move king_word = 0x14000000, queen_word = 0x18000000;
+
+// Castling as the king's two squares.
+constexpr Move white_oo_word = 0x14000184, white_ooo_word = 0x14000084;
+constexpr Move black_oo_word = 0x14000FBC, black_ooo_word = 0x14000EBC;
+
+// Each appends to gen_list, pieces in a1-to-h8 order and, for all but pawns, each piece's
+// targets in a1-to-h8 order too. A pawn on its last rank has nowhere to go and no moves.
+void white_pawn_moves();
+void black_pawn_moves();
+void rook_moves();
+void knight_moves();
+void bishop_moves();
+void queen_moves();
+// Ordinary king steps, then king-side and queen-side castling. No king, no moves.
+void king_moves();
+
+// Rebuild the occupant table of one colour from gen_board.
+void fill_white_occupants();
+void fill_black_occupants();

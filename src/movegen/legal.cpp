@@ -1,0 +1,109 @@
+// Legal moves: run the piece generators, throw out what leaves the own king attacked, and
+// complete the capture, captured and check fields of the rest by trying each move on a copy.
+#include "legal.h"
+
+#include "apply.h"
+#include "attacked.h"
+#include "attacks.h"
+#include "generate.h"
+
+namespace {
+
+PseudoMoveList pseudo;
+
+// Removes slot `index`, keeping the order of the rest.
+void remove_pseudo(int index)
+{
+    for (int j = index; j + 1 < pseudo.count; j++) pseudo.moves[j] = pseudo.moves[j + 1];
+    pseudo.count--;
+}
+
+} // namespace
+
+void generate_moves(Board board, MoveList *list)
+{
+    if (list->count < 0 || list->count > max_moves) list->count = 0;
+    gen_list = &pseudo;
+    pseudo.count = 0;
+    gen_board = board;
+    gen_white = white_set(board);
+    gen_black = black_set(board);
+    gen_not_white = ~gen_white;
+    gen_not_black = ~gen_black;
+    gen_occupied = gen_white | gen_black;
+    gen_white_king_square = std::uint8_t(first_square(board.white_king));
+    gen_black_king_square = std::uint8_t(first_square(board.black_king));
+
+    const bool white = board.white_to_move;
+    if (white) {
+        fill_black_occupants();
+        white_pawn_moves();
+    } else {
+        fill_white_occupants();
+        black_pawn_moves();
+    }
+    rook_moves();
+    knight_moves();
+    bishop_moves();
+    queen_moves();
+    king_moves();
+
+    const int own_king = white ? gen_white_king_square : gen_black_king_square;
+    const int in_check
+        = white ? attacked_by_black(board, own_king) : attacked_by_white(board, own_king);
+    const std::uint8_t *enemy_occupants = white ? black_occupants : white_occupants;
+
+    for (int i = 0; i < pseudo.count;) {
+        Move word = pseudo.moves[i];
+        const int from = move_from(word);
+        if (!in_check && !(word & move_en_passant) && from != own_king) {
+            // A move off every line through the king can't uncover it; one off such a line can
+            // only uncover that line. Without a king there is nothing to uncover.
+            const int direction = own_king < 64 ? ray_direction[own_king][from] : 0;
+            if (direction) {
+                Board copy = board;
+                apply_move(&copy, word);
+                if (white ? white_king_line_attacked(copy, own_king, direction)
+                          : black_king_line_attacked(copy, own_king, direction)) {
+                    remove_pseudo(i);
+                    continue;
+                }
+            }
+        } else {
+            // King moves, en passant (it takes a second pawn off another line) and every move
+            // out of check: the king's square is tested in full after the move.
+            Board copy = board;
+            apply_move(&copy, word);
+            const int king_now = first_square(white ? copy.white_king : copy.black_king);
+            if (white ? attacked_by_black(copy, king_now) : attacked_by_white(copy, king_now)) {
+                remove_pseudo(i);
+                continue;
+            }
+        }
+
+        if (word & move_en_passant) word |= move_capture;
+        const int captured = enemy_occupants[move_to(word)];
+        if (captured) word |= captured_bits(captured) | move_capture;
+        word &= ~move_gives_check;
+        Board copy = board;
+        apply_move(&copy, word);
+        const int enemy_king = first_square(white ? copy.black_king : copy.white_king);
+        if (white ? attacked_by_white(copy, enemy_king) : attacked_by_black(copy, enemy_king))
+            word |= move_gives_check;
+        pseudo.moves[i] = word;
+        i++;
+    }
+
+    for (int i = 0; i < pseudo.count && list->count < max_moves; i++)
+        list->moves[list->count++] = pseudo.moves[i];
+}
+
+void generate_captures(Board board, MoveList *list)
+{
+    const int start = list->count >= 0 && list->count <= max_moves ? list->count : 0;
+    generate_moves(board, list);
+    int kept = start;
+    for (int i = start; i < list->count; i++)
+        if (list->moves[i] & move_capture) list->moves[kept++] = list->moves[i];
+    list->count = kept;
+}

@@ -1,0 +1,10 @@
+// Counting the leaves of the legal move tree, the test of the move generator.
+#pragma once
+
+#include <cstdint>
+
+#include "board.h"
+
+// Leaves of the legal move tree `depth` plies below `board`; 1 for a depth of 0 or less, so a
+// negative depth never recurses.
+std::uint64_t perft(int depth, Board board);

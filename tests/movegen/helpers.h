@@ -1,0 +1,40 @@
+// Small helpers shared by the move generation tests.
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "board.h"
+#include "fen.h"
+
+constexpr int sq(const char *name) { return (name[1] - '1') * 8 + (name[0] - 'a'); }
+
+inline Bitboard set_of(std::initializer_list<const char *> names)
+{
+    Bitboard set = 0;
+    for (const char *n : names) set |= square_bit(sq(n));
+    return set;
+}
+
+inline std::string text_of(Move move)
+{
+    char text[8];
+    move_to_text(move, text);
+    return text;
+}
+
+// The texts of the first `count` words of `moves`.
+inline std::vector<std::string> texts_of(const Move *moves, int count)
+{
+    std::vector<std::string> texts;
+    for (int i = 0; i < count; i++) texts.push_back(text_of(moves[i]));
+    return texts;
+}
+
+inline std::vector<std::string> texts_of(const MoveList &list)
+{
+    return texts_of(list.moves, list.count);
+}
+
+inline Board fen(const char *text) { return parse_fen(text); }
