@@ -1,9 +1,11 @@
-// The fixed positions of the evaluation benchmark: the reference positions, then random
-// placements from a fixed seed, crowded, middling and sparse in turn.
+// The fixed positions of the evaluation benchmark: the reference positions, then positions from
+// games of random legal moves played from a fixed seed, sampled so that openings, middlegames and
+// endings come up in similar numbers.
 #include "bench_positions.h"
 
 #include <random>
 
+#include "evaluate.h"
 #include "fen.h"
 #include "random_boards.h"
 
@@ -20,10 +22,25 @@ std::vector<Board> bench_positions()
         "8/2k5/3p4/3P4/2P5/4K3/8/8 w - - 0 50",
         "8/8/8/4k3/8/8/4K3/8 w - - 0 1",
     };
+    constexpr int size = 300, per_phase = size / 3;
     std::vector<Board> set;
-    for (const char *f : fens) set.push_back(parse_fen(f));
-    std::mt19937_64 rng(1234567);
-    constexpr int max_pieces[3] = { 30, 18, 8 };
-    for (int i = 0; i < 291; i++) set.push_back(random_position(rng, max_pieces[i % 3]));
+    int phases[3] = {};
+    for (const char *f : fens) {
+        set.push_back(parse_fen(f));
+        phases[eval::evaluate_terms(set.back()).phase]++;
+    }
+    // Random games shed material quickly: the first plies give the openings, later ones the
+    // rest. Every third position of a game at most, and no phase beyond its share.
+    std::mt19937_64 rng(20240605);
+    while (int(set.size()) < size) {
+        const std::vector<Board> game = random_game(rng, 400);
+        for (std::size_t ply = 1 + rng() % 3; ply < game.size() && int(set.size()) < size;
+             ply += 3) {
+            const int phase = eval::evaluate_terms(game[ply]).phase;
+            if (phases[phase] >= per_phase) continue;
+            phases[phase]++;
+            set.push_back(game[ply]);
+        }
+    }
     return set;
 }

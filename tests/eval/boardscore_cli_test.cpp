@@ -2,26 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 
+#include "engine_pipe.h"
 #include "start_report.h"
 
 namespace {
-
-// Runs the engine on `input` and returns all it printed.
-std::string run_engine(const std::string &input)
-{
-    const std::string command = "printf '" + input + "' | " KORVANE_BINARY;
-    FILE *pipe = popen(command.c_str(), "r");
-    if (!pipe) return "";
-    std::string output;
-    char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        output.append(buffer, n);
-    pclose(pipe);
-    return output;
-}
 
 std::string last_line(const std::string &text)
 {
@@ -33,7 +19,7 @@ std::string last_line(const std::string &text)
 
 TEST(BoardscoreCommand, StartPosition)
 {
-    const std::string out = run_engine("boardscore\\nquit\\n");
+    const std::string out = run_engine("boardscore\nquit\n");
     EXPECT_EQ(out, start_report() + "boardscore: 0\n");
 }
 
@@ -41,17 +27,17 @@ TEST(BoardscoreCommand, ScoreIsForTheSideToMove)
 {
     // The fourth reference position has black to move: -10 for black.
     const std::string fourth = run_engine("position fen 2r2rk1/pp2bppp/2n1bn2/q2p4/3P4/"
-                                          "P1NBBN2/1PQ2PPP/2R2RK1 b - - 3 15\\nboardscore\\n");
+                                          "P1NBBN2/1PQ2PPP/2R2RK1 b - - 3 15\nboardscore\n");
     EXPECT_EQ(last_line(fourth), "boardscore: -10\n");
-    const std::string moves = run_engine("position startpos moves e2e4 e7e5 g1f3 b8c6\\n"
-                                         "boardscore\\nquit\\n");
+    const std::string moves = run_engine("position startpos moves e2e4 e7e5 g1f3 b8c6\n"
+                                         "boardscore\nquit\n");
     EXPECT_EQ(last_line(moves), "boardscore: 21\n");
 }
 
 TEST(BoardscoreCommand, GarbledPositionStillReports)
 {
-    const std::string out = run_engine("position fen QQQQQQQQ/QQQQQQQQ/QQQQ4 w\\nboardscore\\n"
-                                       "position fen nonsense\\nboardscore\\nquit\\n");
+    const std::string out = run_engine("position fen QQQQQQQQ/QQQQQQQQ/QQQQ4 w\nboardscore\n"
+                                       "position fen nonsense\nboardscore\nquit\n");
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2 * 49);
     EXPECT_EQ(last_line(out), "boardscore: 0\n");
 }

@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "attacked.h"
 #include "evaluate.h"
 #include "fast_attacked.h"
 #include "fen.h"
@@ -64,6 +65,38 @@ TEST(Compare, FastSquareTestsAgreeWithTheRayWalk)
                 << "board " << i << " square " << s;
         }
     }
+}
+
+// The move generator's ray walks are the engine's notion of attack; the evaluation's table
+// tests must agree with them on every square of positions from real games.
+TEST(Compare, FastSquareTestsAgreeWithTheMoveGeneratorAlongRandomGames)
+{
+    std::mt19937_64 rng(9);
+    int positions = 0;
+    while (positions < board_count)
+        for (const Board &b : random_game(rng, 300)) {
+            positions++;
+            for (int s = 0; s < 64; s++) {
+                ASSERT_EQ(fast_attacked_by_white(b, s), attacked_by_white(b, s)) << s;
+                ASSERT_EQ(fast_attacked_by_black(b, s), attacked_by_black(b, s)) << s;
+            }
+        }
+}
+
+TEST(Compare, RandomGamesAgreeWithTheLiteralEvaluation)
+{
+    std::mt19937_64 rng(10);
+    int positions = 0;
+    int phases[3] = {};
+    while (positions < board_count)
+        for (const Board &b : random_game(rng, 300)) {
+            expect_same_terms(b, "game position " + std::to_string(positions++));
+            phases[evaluate_terms(b).phase]++;
+        }
+    // The games pass through all three phases.
+    EXPECT_GT(phases[opening], 0);
+    EXPECT_GT(phases[middlegame], 0);
+    EXPECT_GT(phases[ending], 0);
 }
 
 TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)

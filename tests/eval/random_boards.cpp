@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+#include "apply.h"
+#include "legal.h"
+
 namespace {
 
 Bitboard *set_of(Board &b, int colour, int piece)
@@ -87,4 +90,19 @@ Board random_garbage(std::mt19937_64 &rng)
     b.fifty_move = std::uint8_t(rng());
     b.enpassant_file = std::int8_t(rng());
     return b;
+}
+
+std::vector<Board> random_game(std::mt19937_64 &rng, int plies)
+{
+    std::vector<Board> game { start_board };
+    Board b = start_board;
+    for (int ply = 0; ply < plies; ply++) {
+        MoveList list;
+        list.count = 0;
+        generate_moves(b, &list);
+        if (list.count == 0) break;
+        apply_move(&b, list.moves[rng() % std::uint64_t(list.count)]);
+        game.push_back(b);
+    }
+    return game;
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <random>
+#include <vector>
 
 #include "board.h"
 
@@ -14,3 +15,7 @@ Board random_position(std::mt19937_64 &rng, int max_pieces);
 // A board outside every contract: each of the twelve sets drawn on its own, so sets overlap,
 // kings may be missing or many, and pawns may stand anywhere.
 Board random_garbage(std::mt19937_64 &rng);
+
+// The positions of a game of random legal moves from the start position, the start included:
+// `plies` moves or fewer if the game ends in mate or stalemate first.
+std::vector<Board> random_game(std::mt19937_64 &rng, int plies);
