@@ -14,6 +14,7 @@ namespace eval {
 
 namespace {
 
+// The facts every term reads, from the twelve sets and the castling flags.
 eval_input derive(const Board &b)
 {
     eval_input in;
@@ -72,13 +73,16 @@ constexpr term_family families[] = {
     { rook_corner_trap_penalty, rook_corner_trap_terms },
 };
 
-constexpr bool same_phases(term a, term b)
+// Whether the terms from `first` to `last` all count in the same phases as `first`.
+constexpr bool same_phases(term first, term last)
 {
-    for (int p = 0; p < 3; p++)
-        if (term_active[a][p] != term_active[b][p]) return false;
+    for (int t = first; t <= last; t++)
+        for (int p = 0; p < 3; p++)
+            if (term_active[t][p] != term_active[first][p]) return false;
     return true;
 }
-static_assert(same_phases(rook_mobility, queen_attack) && same_phases(rook_mobility, free_squares));
+static_assert(same_phases(rook_mobility, queen_attack) && term_active[free_squares][ending]
+    && term_active[free_squares][middlegame] && term_active[free_squares][opening]);
 static_assert(same_phases(king_development_score, castled_shield_penalty));
 // The king and pawn tables count in every phase, so table_terms always runs and switches the
 // piece tables itself.
