@@ -79,7 +79,8 @@ template <int us> void rook_file_terms(const eval_input &in, term_values &out)
 // Two pieces are connected when they share a rank or a file with nothing between them,
 // which is when one stands in the other's rook look-up. Pairs of rooks and rook-queen pairs
 // count; queen pairs and diagonals don't. Only a colour's ten lowest rooks and ten lowest
-// queens take part, which cuts nothing in a real game.
+// queens take part, which cuts nothing in a real game. A rook and a queen on one square, which
+// only a garbled board has, are not connected.
 constexpr std::int32_t rook_pair_bonus = 16, rook_queen_bonus = 10;
 constexpr int coord_list_size = 10;
 

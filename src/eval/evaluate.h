@@ -10,7 +10,9 @@
 // The score in hundredths of a pawn: white's total minus black's when `side` is nonzero, black's
 // minus white's when it is zero. Reads the twelve sets and the castling flags only, never the side
 // to move. A nonzero `report` prints the term report before returning; the result is the same.
-// Knows nothing of mate, draws or repetition, and is not clamped.
+// Knows nothing of mate, draws or repetition, and is not clamped. A garbled board is scored as far
+// as it goes, reading nothing outside a table: a colour without a king has no king terms, one with
+// several kings is judged by its lowest, and overlapping sets are counted in each.
 std::int32_t evaluate(Board board, int side, int report);
 
 namespace eval {
