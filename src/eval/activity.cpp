@@ -1,9 +1,8 @@
 // Piece activity: counts over attack sets, rook files and connected heavy pieces.
 #include "activity.h"
 
-#include <bit>
-
 #include "attacks.h"
+#include "square_count.h"
 
 namespace eval {
 
@@ -19,9 +18,9 @@ struct set_counts {
 
     void add(Bitboard set, Bitboard own_pieces, Bitboard enemy_pieces)
     {
-        own += std::popcount(set & own_pieces);
-        enemy += std::popcount(set & enemy_pieces);
-        free += std::popcount(set) - own - enemy;
+        own += square_count(set & own_pieces);
+        enemy += square_count(set & enemy_pieces);
+        free += square_count(set) - own - enemy;
     }
 };
 
@@ -80,7 +79,8 @@ template <int us> void rook_file_terms(const eval_input &in, term_values &out)
 // Two pieces are connected when they share a rank or a file with nothing between them,
 // which is when one stands in the other's rook look-up. Pairs of rooks and rook-queen pairs
 // count; queen pairs and diagonals don't. Only a colour's ten lowest rooks and ten lowest
-// queens take part, which cuts nothing in a real game.
+// queens take part, which cuts nothing in a real game. A rook and a queen on one square, which
+// only a garbled board has, are not connected.
 constexpr std::int32_t rook_pair_bonus = 16, rook_queen_bonus = 10;
 constexpr int coord_list_size = 10;
 
@@ -95,16 +95,16 @@ constexpr Bitboard lowest_squares(Bitboard set, int count)
 template <int us> void coord_terms(const eval_input &in, term_values &out)
 {
     Bitboard rooks = in.rooks[us], queens = in.queens[us];
-    if (std::popcount(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
-    if (std::popcount(queens) > coord_list_size) queens = lowest_squares(queens, coord_list_size);
+    if (square_count(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
+    if (square_count(queens) > coord_list_size) queens = lowest_squares(queens, coord_list_size);
     std::int32_t score = 0;
     for (Bitboard set = rooks; set; set &= set - 1) {
         const int square = first_square(set);
         const Bitboard reach = rook_attacks(square, in.all);
         // Each pair of rooks once: only partners on higher squares.
         const Bitboard higher = ~Bitboard(0) << square << 1;
-        score += rook_pair_bonus * std::popcount(reach & rooks & higher);
-        score += rook_queen_bonus * std::popcount(reach & queens);
+        score += rook_pair_bonus * square_count(reach & rooks & higher);
+        score += rook_queen_bonus * square_count(reach & queens);
     }
     out.value[us][coord_score] = score;
 }

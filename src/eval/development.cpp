@@ -2,7 +2,7 @@
 // black through relative_square: ranks mirrored, files kept.
 #include "development.h"
 
-#include <bit>
+#include "square_count.h"
 
 namespace eval {
 
@@ -29,7 +29,7 @@ template <int us> void king_development_terms(const eval_input &in, term_values 
     } else if (king == relative_square<us>(e1) && in.castling[us]) {
         score = -uncastled_penalty[in.phase];
     }
-    if (shield) shield_penalty = missing_shield_pawn * std::popcount(shield & ~in.pawns[us]);
+    if (shield) shield_penalty = missing_shield_pawn * square_count(shield & ~in.pawns[us]);
     out.value[us][king_development_score] = score;
     out.value[us][castled_shield_penalty] = shield_penalty;
 }
@@ -49,12 +49,12 @@ template <int us> void central_pawn_opening_terms(const eval_input &in, term_val
 // Knights on b1 and g1, and with them bishops on c1 and f1: the minor pieces not yet out.
 template <int us> int knights_at_home(const eval_input &in)
 {
-    return std::popcount(in.knights[us] & (relative_bit<us>(b1) | relative_bit<us>(g1)));
+    return square_count(in.knights[us] & (relative_bit<us>(b1) | relative_bit<us>(g1)));
 }
 template <int us> int minors_at_home(const eval_input &in)
 {
     return knights_at_home<us>(in)
-        + std::popcount(in.bishops[us] & (relative_bit<us>(c1) | relative_bit<us>(f1)));
+        + square_count(in.bishops[us] & (relative_bit<us>(c1) | relative_bit<us>(f1)));
 }
 
 // Both central pawns still at home: 28 while most minor pieces are undeveloped, and 16 for

@@ -14,6 +14,7 @@ namespace eval {
 
 namespace {
 
+// The facts every term reads, from the twelve sets and the castling flags.
 eval_input derive(const Board &b)
 {
     eval_input in;
@@ -36,7 +37,9 @@ eval_input derive(const Board &b)
     in.king_square[black] = first_square(b.black_king);
     in.castling[white] = b.white_oo || b.white_ooo;
     in.castling[black] = b.black_oo || b.black_ooo;
-    in.phase = phase_of(material_of(in, white) + material_of(in, black));
+    in.material[white] = material_of(in, white);
+    in.material[black] = material_of(in, black);
+    in.phase = phase_of(in.material[white] + in.material[black]);
     in.attacked[white] = attacked_squares_white(in);
     in.attacked[black] = attacked_squares_black(in);
     return in;
@@ -70,13 +73,16 @@ constexpr term_family families[] = {
     { rook_corner_trap_penalty, rook_corner_trap_terms },
 };
 
-constexpr bool same_phases(term a, term b)
+// Whether the terms from `first` to `last` all count in the same phases as `first`.
+constexpr bool same_phases(term first, term last)
 {
-    for (int p = 0; p < 3; p++)
-        if (term_active[a][p] != term_active[b][p]) return false;
+    for (int t = first; t <= last; t++)
+        for (int p = 0; p < 3; p++)
+            if (term_active[t][p] != term_active[first][p]) return false;
     return true;
 }
-static_assert(same_phases(rook_mobility, queen_attack) && same_phases(rook_mobility, free_squares));
+static_assert(same_phases(rook_mobility, queen_attack) && term_active[free_squares][ending]
+    && term_active[free_squares][middlegame] && term_active[free_squares][opening]);
 static_assert(same_phases(king_development_score, castled_shield_penalty));
 // The king and pawn tables count in every phase, so table_terms always runs and switches the
 // piece tables itself.
@@ -89,8 +95,8 @@ breakdown evaluate_terms(const Board &board)
     const eval_input in = derive(board);
     breakdown scores {};
     scores.phase = in.phase;
-    scores.terms.value[white][material] = material_of(in, white);
-    scores.terms.value[black][material] = material_of(in, black);
+    scores.terms.value[white][material] = in.material[white];
+    scores.terms.value[black][material] = in.material[black];
     for (const term_family &family : families)
         if (term_active[family.first][in.phase]) family.fill(in, scores.terms);
     for (int us = white; us <= black; us++) {

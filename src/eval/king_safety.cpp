@@ -2,9 +2,9 @@
 #include "king_safety.h"
 
 #include <array>
-#include <bit>
 
 #include "fast_attacked.h"
+#include "square_count.h"
 
 namespace eval {
 
@@ -39,8 +39,8 @@ template <int us> void king_safety_terms(const eval_input &in, term_values &out)
     constexpr int them = 1 - us;
     const int square = in.king_square[us];
     const Bitboard ring = square < 64 ? king_neighbours(square) | square_bit(square) : 0;
-    std::int32_t raw = 2 * std::popcount(ring & in.attacked[them]);
-    raw -= std::popcount(pawn_cover[us][square] & in.pawns[us]);
+    std::int32_t raw = 2 * square_count(ring & in.attacked[them]);
+    raw -= square_count(pawn_cover[us][square] & in.pawns[us]);
     if (square < 64 && (in.attacked[them] & square_bit(square))) raw += 4;
     if (raw < 0) raw = 0;
     out.value[us][king_safety_penalty] = raw * king_safety_factor[in.phase];
@@ -59,12 +59,12 @@ template <int us> void center_terms(const eval_input &in, term_values &out)
     constexpr int them = 1 - us;
     const Bitboard pawns = in.pawns[us] & centre;
     const Bitboard others = in.pieces[us] & centre & ~pawns;
-    std::int32_t score = centre_pawn[in.phase] * std::popcount(pawns)
-        + centre_piece[in.phase] * std::popcount(others);
+    std::int32_t score = centre_pawn[in.phase] * square_count(pawns)
+        + centre_piece[in.phase] * square_count(others);
     if (in.phase == opening) {
         const Bitboard ours = in.attacked[us] & centre, theirs = in.attacked[them] & centre;
-        score += centre_contested * std::popcount(ours & theirs)
-            + centre_held * std::popcount(ours & ~theirs);
+        score += centre_contested * square_count(ours & theirs)
+            + centre_held * square_count(ours & ~theirs);
     }
     out.value[us][center_score] = score;
 }

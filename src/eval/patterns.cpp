@@ -2,7 +2,7 @@
 // read for black through relative_square: ranks mirrored, files kept.
 #include "patterns.h"
 
-#include <bit>
+#include "square_count.h"
 
 namespace eval {
 
@@ -25,14 +25,13 @@ template <int us> void pawn_structure_terms(const eval_input &in, term_values &o
 {
     const Bitboard stacked = with_one_above(in.pawns[us]);
     const Bitboard tripled = with_one_above(stacked);
-    out.value[us][pawn_structure_penalty]
-        = 10 * std::popcount(stacked) + 6 * std::popcount(tripled);
+    out.value[us][pawn_structure_penalty] = 10 * square_count(stacked) + 6 * square_count(tripled);
 }
 
 // Two bishops or more, whatever the colours of their squares.
 template <int us> void bishop_pair_terms(const eval_input &in, term_values &out)
 {
-    out.value[us][bishop_pair_bonus] = std::popcount(in.bishops[us]) >= 2 ? 18 : 0;
+    out.value[us][bishop_pair_bonus] = square_count(in.bishops[us]) >= 2 ? 18 : 0;
 }
 
 // A knight on the board's rim: 7 on an edge, 12 in a corner.
@@ -42,7 +41,7 @@ constexpr Bitboard corners = square_bit(a1) | square_bit(h1) | square_bit(a8) | 
 template <int us> void knight_edge_terms(const eval_input &in, term_values &out)
 {
     out.value[us][knight_edge_penalty]
-        = 7 * std::popcount(in.knights[us] & rim) + 5 * std::popcount(in.knights[us] & corners);
+        = 7 * square_count(in.knights[us] & rim) + 5 * square_count(in.knights[us] & corners);
 }
 
 // A bishop whose two forward diagonal squares (one rank toward the enemy) hold own pawns:
@@ -56,7 +55,7 @@ template <int us> void bishop_block_terms(const eval_input &in, term_values &out
         const Bitboard bishop = set & (0 - set);
         const Bitboard front = us == white ? ((bishop & ~file_a) << 7) | ((bishop & ~file_h) << 9)
                                            : ((bishop & ~file_a) >> 9) | ((bishop & ~file_h) >> 7);
-        penalty += bishop_block_cost[std::popcount(front & in.pawns[us])];
+        penalty += bishop_block_cost[square_count(front & in.pawns[us])];
     }
     out.value[us][bishop_block_penalty] = penalty;
 }

@@ -1,7 +1,7 @@
 // Material and the piece-square tables.
 #include "tables.h"
 
-#include <bit>
+#include "square_count.h"
 
 namespace eval {
 
@@ -126,9 +126,9 @@ template <int us> void table_terms(const eval_input &in, term_values &out)
 
 std::int32_t material_of(const eval_input &in, int us)
 {
-    return 100 * std::popcount(in.pawns[us]) + 500 * std::popcount(in.rooks[us])
-        + 300 * std::popcount(in.knights[us]) + 320 * std::popcount(in.bishops[us])
-        + 900 * std::popcount(in.queens[us]);
+    return 100 * square_count(in.pawns[us]) + 500 * square_count(in.rooks[us])
+        + 300 * square_count(in.knights[us]) + 320 * square_count(in.bishops[us])
+        + 900 * square_count(in.queens[us]);
 }
 
 void table_terms(const eval_input &in, term_values &out)

@@ -140,6 +140,7 @@ struct eval_input {
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
     Bitboard attacked[2]; // every square the colour attacks, as fast_attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
+    std::int32_t material[2];
     int phase;
 };
 

@@ -37,10 +37,12 @@ std::string divide(const Board &board, int depth)
 
 class Perft : public testing::TestWithParam<PerftCase> { };
 
+TEST(PerftSuite, IsRead) { EXPECT_GE(perft_cases().size(), 40u); }
+
 TEST_P(Perft, PublishedCounts)
 {
     const PerftCase &c = GetParam();
-    const Board board = fen(c.fen);
+    const Board board = fen(c.fen.c_str());
     const PerftCount *deepest = nullptr;
     for (const PerftCount &count : c.counts)
         if (count.nodes <= leaf_budget) deepest = &count;
@@ -52,7 +54,7 @@ TEST_P(Perft, PublishedCounts)
 }
 
 INSTANTIATE_TEST_SUITE_P(Positions, Perft, testing::ValuesIn(perft_cases()),
-    [](const testing::TestParamInfo<PerftCase> &param) { return std::string(param.param.name); });
+    [](const testing::TestParamInfo<PerftCase> &param) { return param.param.name; });
 
 TEST(PerftEdges, ShallowDepths)
 {

@@ -1,0 +1,136 @@
+// The engine's generator against the literal oracle: identical lists, word for word and in
+// order, on every node of the suite's perft trees, on random games and on garbled boards.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "apply.h"
+#include "attacked.h"
+#include "helpers.h"
+#include "legal.h"
+#include "oracle.h"
+#include "perft_cases.h"
+
+namespace {
+
+#ifdef KORVANE_SANITIZED
+constexpr std::uint64_t node_budget = 3000;
+#else
+constexpr std::uint64_t node_budget = 50000;
+#endif
+
+std::vector<Move> engine_list(const Board &b, bool captures)
+{
+    MoveList list;
+    list.count = 0;
+    if (captures)
+        generate_captures(b, &list);
+    else
+        generate_moves(b, &list);
+    return std::vector<Move>(list.moves, list.moves + list.count);
+}
+
+std::vector<Move> oracle_list(const Board &b, bool captures)
+{
+    MoveList list;
+    list.count = 0;
+    if (captures)
+        oracle::generate_captures(b, &list);
+    else
+        oracle::generate_moves(b, &list);
+    return std::vector<Move>(list.moves, list.moves + list.count);
+}
+
+// Compares the two at `board` and every node below it, `depth` plies deep; counts the nodes.
+void compare_tree(const Board &board, int depth, std::uint64_t *nodes, const std::string &path)
+{
+    ++*nodes;
+    const std::vector<Move> expected = oracle_list(board, false);
+    ASSERT_EQ(engine_list(board, false), expected) << path;
+    ASSERT_EQ(engine_list(board, true), oracle_list(board, true)) << path;
+    const int king
+        = board.white_to_move ? first_square(board.white_king) : first_square(board.black_king);
+    ASSERT_EQ(attacked_by_white(board, king), oracle::attacked_by_white(board, king)) << path;
+    ASSERT_EQ(attacked_by_black(board, king), oracle::attacked_by_black(board, king)) << path;
+    if (depth == 0) return;
+    for (Move m : expected) {
+        Board copy = board;
+        std::uint64_t key = 0;
+        apply_move_keyed(&copy, m, &key);
+        compare_tree(copy, depth - 1, nodes, path + " " + text_of(m));
+        if (testing::Test::HasFatalFailure()) return;
+    }
+}
+
+class OracleTree : public testing::TestWithParam<PerftCase> { };
+
+TEST_P(OracleTree, EveryNodeMatches)
+{
+    const PerftCase &c = GetParam();
+    // The deepest tree whose leaf count stays within the budget.
+    int depth = 0;
+    for (const PerftCount &count : c.counts)
+        if (count.nodes <= node_budget) depth = std::max(depth, count.depth);
+    std::uint64_t nodes = 0;
+    compare_tree(fen(c.fen.c_str()), depth, &nodes, c.fen);
+}
+
+INSTANTIATE_TEST_SUITE_P(Positions, OracleTree, testing::ValuesIn(perft_cases()),
+    [](const testing::TestParamInfo<PerftCase> &param) { return param.param.name; });
+
+// Random games from the start position, far deeper than the perft trees reach.
+TEST(Oracle, RandomGames)
+{
+    std::mt19937 random(12345);
+#ifdef KORVANE_SANITIZED
+    const int games = 20;
+#else
+    const int games = 200;
+#endif
+    for (int game = 0; game < games; game++) {
+        Board board = start_board;
+        for (int ply = 0; ply < 200; ply++) {
+            const std::vector<Move> moves = oracle_list(board, false);
+            ASSERT_EQ(engine_list(board, false), moves) << "game " << game << " ply " << ply;
+            if (moves.empty()) break;
+            std::uint64_t key = 0;
+            apply_move_keyed(&board, moves[random() % moves.size()], &key);
+        }
+    }
+}
+
+// Boards no game reaches: random piece placement, stacked sets, missing or extra kings, pawns
+// on the last ranks, odd en-passant files and castling rights. Everything must still agree.
+TEST(Oracle, GarbledBoards)
+{
+    std::mt19937_64 random(777);
+#ifdef KORVANE_SANITIZED
+    const int boards = 2000;
+#else
+    const int boards = 20000;
+#endif
+    for (int i = 0; i < boards; i++) {
+        Board b {};
+        Bitboard *sets[12] = { &b.white_rooks, &b.white_knights, &b.white_bishops, &b.white_queens,
+            &b.white_king, &b.white_pawns, &b.black_rooks, &b.black_knights, &b.black_bishops,
+            &b.black_queens, &b.black_king, &b.black_pawns };
+        const int pieces = int(random() % 24);
+        for (int p = 0; p < pieces; p++) *sets[random() % 12] |= square_bit(int(random() % 64));
+        if (random() % 4) b.white_king = square_bit(int(random() % 64));
+        if (random() % 4) b.black_king = square_bit(int(random() % 64));
+        if (random() % 3 == 0) b.white_king |= 0x10, b.white_rooks |= 0x81;
+        if (random() % 3 == 0) b.black_king |= 0x10ULL << 56, b.black_rooks |= 0x81ULL << 56;
+        b.white_oo = int(random() % 2), b.white_ooo = int(random() % 2);
+        b.black_oo = int(random() % 2), b.black_ooo = int(random() % 2);
+        b.enpassant_file = std::int8_t(int(random() % 11) - 2);
+        b.white_to_move = int(random() % 2);
+        ASSERT_EQ(engine_list(b, false), oracle_list(b, false)) << i;
+        ASSERT_EQ(engine_list(b, true), oracle_list(b, true)) << i;
+        for (int s = 0; s <= 64; s += 3) {
+            ASSERT_EQ(attacked_by_white(b, s), oracle::attacked_by_white(b, s)) << i << " " << s;
+            ASSERT_EQ(attacked_by_black(b, s), oracle::attacked_by_black(b, s)) << i << " " << s;
+        }
+    }
+}
+
+} // namespace
