@@ -104,6 +104,15 @@ def case_quit_in_two_pieces(path):
     expect(e.wait(10) == 0, "exit status")
 
 
+def case_line_begun_during_search_ends_after_it(path):
+    e = Engine(path)
+    e.send("position startpos\ngo depth 4\nqu")
+    e.read_until("elapsed time:", 30)
+    time.sleep(0.2)
+    e.send("it\n")
+    expect(e.wait(10) == 0, "exit status")
+
+
 def case_quit_during_search(path):
     e = Engine(path)
     start_long_search(e)
