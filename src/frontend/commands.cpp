@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "display.h"
+#include "eval_commands.h"
 #include "fen.h"
 #include "input.h"
 #include "move_commands.h"
@@ -121,7 +122,7 @@ constexpr command commands[] = {
     { "ucinewgame", run_ucinewgame },
     { "setoption", run_nothing }, // the engine has no options
     { "printboard", run_printboard },
-    { "boardscore", run_nothing },
+    { "boardscore", run_boardscore },
     { "position", run_position },
     { "go", run_nothing },
     { "stop", run_stop },

@@ -1,0 +1,10 @@
+// The fixed positions of the evaluation benchmark.
+#pragma once
+
+#include <vector>
+
+#include "board.h"
+
+// The same few hundred positions at every call: opening, middlegame and ending material in
+// roughly equal shares.
+std::vector<Board> bench_positions();

@@ -1,0 +1,132 @@
+// Piece activity: counts over attack sets, rook files and connected heavy pieces.
+#include "activity.h"
+
+#include "attacks.h"
+#include "square_count.h"
+
+namespace eval {
+
+namespace {
+
+// Running figures over the attack sets of one piece kind, walked in a fixed order. Mobility
+// counts the own pieces in the sets (defended pieces, in effect), Attack the enemy pieces.
+// The free figure takes each set's size less the running counts of all sets of the kind so
+// far, so earlier blockers are charged again at every later set: it depends on the order of
+// the sets and is negative in crowded positions.
+struct set_counts {
+    std::int32_t own = 0, enemy = 0, free = 0;
+
+    void add(Bitboard set, Bitboard own_pieces, Bitboard enemy_pieces)
+    {
+        own += square_count(set & own_pieces);
+        enemy += square_count(set & enemy_pieces);
+        free += square_count(set) - own - enemy;
+    }
+};
+
+// Rooks by ascending square, each rank set before its file set; bishops likewise with the
+// a1-h8 diagonal before the a8-h1 one; knights one set each. Queens count own and enemy
+// pieces over all four lines but have no free figure.
+template <int us> void mobility_terms(const eval_input &in, term_values &out)
+{
+    constexpr int them = 1 - us;
+    const Bitboard own = in.pieces[us], enemy = in.pieces[them], all = in.all;
+    set_counts rooks, bishops, knights, queens;
+    for (Bitboard set = in.rooks[us]; set; set &= set - 1) {
+        const int square = first_square(set);
+        rooks.add(rank_lookup(square, all), own, enemy);
+        rooks.add(file_lookup(square, all), own, enemy);
+    }
+    for (Bitboard set = in.bishops[us]; set; set &= set - 1) {
+        const int square = first_square(set);
+        bishops.add(diagonal_lookup(square, all), own, enemy);
+        bishops.add(antidiagonal_lookup(square, all), own, enemy);
+    }
+    for (Bitboard set = in.knights[us]; set; set &= set - 1)
+        knights.add(knight_attacks[first_square(set)], own, enemy);
+    for (Bitboard set = in.queens[us]; set; set &= set - 1) {
+        const int square = first_square(set);
+        queens.add(rook_attacks(square, all) | bishop_attacks(square, all), own, enemy);
+    }
+    std::int32_t *value = out.value[us];
+    value[rook_mobility] = rooks.own;
+    value[rook_attack] = rooks.enemy;
+    value[bishop_mobility] = bishops.own;
+    value[bishop_attack] = bishops.enemy;
+    value[knight_mobility] = knights.own;
+    value[knight_attack] = knights.enemy;
+    value[queen_mobility] = queens.own;
+    value[queen_attack] = queens.enemy;
+    value[free_squares] = rooks.free + bishops.free + knights.free;
+}
+
+// A rook on a file without own pawns: 12 when the file is open, 7 when only enemy pawns
+// stand on it. Its rank plays no part.
+constexpr std::int32_t open_file_bonus = 12, half_open_file_bonus = 7;
+
+template <int us> void rook_file_terms(const eval_input &in, term_values &out)
+{
+    constexpr int them = 1 - us;
+    std::int32_t score = 0;
+    for (Bitboard set = in.rooks[us]; set; set &= set - 1) {
+        const Bitboard file = file_a << square_file(first_square(set));
+        if (in.pawns[us] & file) continue;
+        score += in.pawns[them] & file ? half_open_file_bonus : open_file_bonus;
+    }
+    out.value[us][rook_file_score] = score;
+}
+
+// Two pieces are connected when they share a rank or a file with nothing between them,
+// which is when one stands in the other's rook look-up. Pairs of rooks and rook-queen pairs
+// count; queen pairs and diagonals don't. Only a colour's ten lowest rooks and ten lowest
+// queens take part, which cuts nothing in a real game. A rook and a queen on one square, which
+// only a garbled board has, are not connected.
+constexpr std::int32_t rook_pair_bonus = 16, rook_queen_bonus = 10;
+constexpr int coord_list_size = 10;
+
+// The lowest `count` squares of a set.
+constexpr Bitboard lowest_squares(Bitboard set, int count)
+{
+    Bitboard kept = 0;
+    for (int i = 0; i < count && set; i++, set &= set - 1) kept |= set & (0 - set);
+    return kept;
+}
+
+template <int us> void coord_terms(const eval_input &in, term_values &out)
+{
+    Bitboard rooks = in.rooks[us], queens = in.queens[us];
+    if (square_count(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
+    if (square_count(queens) > coord_list_size) queens = lowest_squares(queens, coord_list_size);
+    std::int32_t score = 0;
+    for (Bitboard set = rooks; set; set &= set - 1) {
+        const int square = first_square(set);
+        const Bitboard reach = rook_attacks(square, in.all);
+        // Each pair of rooks once: only partners on higher squares.
+        const Bitboard higher = ~Bitboard(0) << square << 1;
+        score += rook_pair_bonus * square_count(reach & rooks & higher);
+        score += rook_queen_bonus * square_count(reach & queens);
+    }
+    out.value[us][coord_score] = score;
+}
+
+} // namespace
+
+void mobility_terms(const eval_input &in, term_values &out)
+{
+    mobility_terms<white>(in, out);
+    mobility_terms<black>(in, out);
+}
+
+void rook_file_terms(const eval_input &in, term_values &out)
+{
+    rook_file_terms<white>(in, out);
+    rook_file_terms<black>(in, out);
+}
+
+void coord_terms(const eval_input &in, term_values &out)
+{
+    coord_terms<white>(in, out);
+    coord_terms<black>(in, out);
+}
+
+} // namespace eval

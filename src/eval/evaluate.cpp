@@ -1,0 +1,118 @@
+// The evaluation frame: the facts every term reads, the phase, the terms switched by the phase
+// table, and the weighted sum of each colour.
+#include "evaluate.h"
+
+#include "activity.h"
+#include "development.h"
+#include "fast_attacked.h"
+#include "king_safety.h"
+#include "patterns.h"
+#include "report.h"
+#include "tables.h"
+
+namespace eval {
+
+namespace {
+
+// The facts every term reads, from the twelve sets and the castling flags.
+eval_input derive(const Board &b)
+{
+    eval_input in;
+    in.rooks[white] = b.white_rooks;
+    in.knights[white] = b.white_knights;
+    in.bishops[white] = b.white_bishops;
+    in.queens[white] = b.white_queens;
+    in.kings[white] = b.white_king;
+    in.pawns[white] = b.white_pawns;
+    in.rooks[black] = b.black_rooks;
+    in.knights[black] = b.black_knights;
+    in.bishops[black] = b.black_bishops;
+    in.queens[black] = b.black_queens;
+    in.kings[black] = b.black_king;
+    in.pawns[black] = b.black_pawns;
+    in.pieces[white] = white_set(b);
+    in.pieces[black] = black_set(b);
+    in.all = in.pieces[white] | in.pieces[black];
+    in.king_square[white] = first_square(b.white_king);
+    in.king_square[black] = first_square(b.black_king);
+    in.castling[white] = b.white_oo || b.white_ooo;
+    in.castling[black] = b.black_oo || b.black_ooo;
+    in.material[white] = material_of(in, white);
+    in.material[black] = material_of(in, black);
+    in.phase = phase_of(in.material[white] + in.material[black]);
+    in.attacked[white] = attacked_squares_white(in);
+    in.attacked[black] = attacked_squares_black(in);
+    return in;
+}
+
+// A family of terms filled by one function; it runs when its first term is active, and the
+// other terms it fills share that term's row of the phase table.
+using term_function = void (*)(const eval_input &, term_values &);
+struct term_family {
+    term first;
+    term_function fill;
+};
+
+constexpr term_family families[] = {
+    { rook_mobility, mobility_terms }, // all Mobility and Attack counts, free_squares
+    { king_pawn_tables, table_terms }, // also piece_tables, where the phase allows
+    { king_safety_penalty, king_safety_terms },
+    { center_score, center_terms },
+    { coord_score, coord_terms },
+    { rook_file_score, rook_file_terms },
+    { pawn_structure_penalty, pawn_structure_terms },
+    { bishop_block_penalty, bishop_block_terms },
+    { bishop_king_pawn_block_penalty, bishop_king_pawn_block_terms },
+    { king_side_bishop_trap_penalty, king_side_bishop_trap_terms },
+    { bishop_pair_bonus, bishop_pair_terms },
+    { king_development_score, king_development_terms }, // also castled_shield_penalty
+    { central_pawn_opening_score, central_pawn_opening_terms },
+    { no_central_pawn_penalty, no_central_pawn_terms },
+    { early_queen_penalty, early_queen_terms },
+    { knight_edge_penalty, knight_edge_terms },
+    { rook_corner_trap_penalty, rook_corner_trap_terms },
+};
+
+// Whether the terms from `first` to `last` all count in the same phases as `first`.
+constexpr bool same_phases(term first, term last)
+{
+    for (int t = first; t <= last; t++)
+        for (int p = 0; p < 3; p++)
+            if (term_active[t][p] != term_active[first][p]) return false;
+    return true;
+}
+static_assert(same_phases(rook_mobility, queen_attack) && term_active[free_squares][ending]
+    && term_active[free_squares][middlegame] && term_active[free_squares][opening]);
+static_assert(same_phases(king_development_score, castled_shield_penalty));
+// The king and pawn tables count in every phase, so table_terms always runs and switches the
+// piece tables itself.
+static_assert(term_active[king_pawn_tables][opening] && term_active[king_pawn_tables][ending]);
+
+} // namespace
+
+breakdown evaluate_terms(const Board &board)
+{
+    const eval_input in = derive(board);
+    breakdown scores {};
+    scores.phase = in.phase;
+    scores.terms.value[white][material] = in.material[white];
+    scores.terms.value[black][material] = in.material[black];
+    for (const term_family &family : families)
+        if (term_active[family.first][in.phase]) family.fill(in, scores.terms);
+    for (int us = white; us <= black; us++) {
+        std::int32_t total = 0;
+        for (int t = 0; t < term_count; t++) total += term_weight[t] * scores.terms.value[us][t];
+        scores.total[us] = total;
+    }
+    return scores;
+}
+
+} // namespace eval
+
+std::int32_t evaluate(Board board, int side, int report)
+{
+    const eval::breakdown scores = eval::evaluate_terms(board);
+    if (report) eval::print_report(scores);
+    const std::int32_t white_view = scores.total[eval::white] - scores.total[eval::black];
+    return side ? white_view : -white_view;
+}

@@ -1,0 +1,83 @@
+// Square attack tests of the evaluation, and the same answers for every square at once.
+#include "fast_attacked.h"
+
+#include "attacks.h"
+
+namespace eval {
+
+Bitboard king_neighbours(int king_square)
+{
+    // A garbled board without a king has the square 64, for which no table has an entry.
+    return king_square < 64 ? king_attacks[king_square] : 0;
+}
+
+namespace {
+
+// Pawns strike one rank forward on the two neighbouring files. No square of the first two
+// ranks counts as attacked by a white pawn, none of the last two by a black one: a pawn of a
+// real game never stands on its own first rank.
+constexpr Bitboard white_pawn_reach = ~Bitboard(0xFFFF);
+constexpr Bitboard black_pawn_reach = ~Bitboard(0) >> 16;
+
+template <int us> int fast_attacked_by(Board board, int square)
+{
+    const Bitboard all = white_set(board) | black_set(board);
+    const Bitboard knights = us == white ? board.white_knights : board.black_knights;
+    const Bitboard king = us == white ? board.white_king : board.black_king;
+    const Bitboard bishops = us == white ? board.white_bishops : board.black_bishops;
+    const Bitboard rooks = us == white ? board.white_rooks : board.black_rooks;
+    const Bitboard queens = us == white ? board.white_queens : board.black_queens;
+    const Bitboard pawns = us == white ? board.white_pawns : board.black_pawns;
+    const Bitboard target = square_bit(square);
+    const int file = square_file(square);
+
+    if (knight_attacks[square] & knights) return 1;
+    if (king_neighbours(first_square(king)) & target) return 1;
+    if (bishop_attacks(square, all) & (bishops | queens)) return 1;
+    if (rook_attacks(square, all) & (rooks | queens)) return 1;
+    if constexpr (us == white) {
+        if (square < 16) return 0;
+        return ((pawns & square_bit(square - 7)) && file < 7)
+            || ((pawns & square_bit(square - 9)) && file != 0);
+    } else {
+        if (square > 47) return 0;
+        return ((pawns & square_bit(square + 7)) && file != 0)
+            || ((pawns & square_bit(square + 9)) && file < 7);
+    }
+}
+
+// A piece on p attacks s exactly when the same look-up from s meets p, with the same
+// blockers, so the union of the pieces' own sets answers every square at once.
+template <int us> Bitboard attacked_squares(const eval_input &in)
+{
+    Bitboard attacked = king_neighbours(in.king_square[us]);
+    if constexpr (us == white)
+        attacked |= (((in.pawns[us] << 7) & ~file_h) | ((in.pawns[us] << 9) & ~file_a))
+            & white_pawn_reach;
+    else
+        attacked |= (((in.pawns[us] >> 7) & ~file_a) | ((in.pawns[us] >> 9) & ~file_h))
+            & black_pawn_reach;
+    for (Bitboard set = in.knights[us]; set; set &= set - 1)
+        attacked |= knight_attacks[first_square(set)];
+    for (Bitboard set = in.bishops[us] | in.queens[us]; set; set &= set - 1)
+        attacked |= bishop_attacks(first_square(set), in.all);
+    for (Bitboard set = in.rooks[us] | in.queens[us]; set; set &= set - 1)
+        attacked |= rook_attacks(first_square(set), in.all);
+    return attacked;
+}
+
+} // namespace
+
+Bitboard attacked_squares_white(const eval_input &in) { return attacked_squares<white>(in); }
+Bitboard attacked_squares_black(const eval_input &in) { return attacked_squares<black>(in); }
+
+} // namespace eval
+
+int fast_attacked_by_white(Board board, int square)
+{
+    return eval::fast_attacked_by<eval::white>(board, square);
+}
+int fast_attacked_by_black(Board board, int square)
+{
+    return eval::fast_attacked_by<eval::black>(board, square);
+}

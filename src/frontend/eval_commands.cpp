@@ -1,0 +1,14 @@
+// Command words of the evaluation.
+#include "eval_commands.h"
+
+#include <cstdio>
+
+#include "board.h"
+#include "evaluate.h"
+
+int run_boardscore(const char *, char *)
+{
+    const std::int32_t score = evaluate(current_board, current_board.white_to_move, 1);
+    std::printf("boardscore: %d\n", int(score));
+    return 0;
+}

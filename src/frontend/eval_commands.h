@@ -1,0 +1,6 @@
+// Command words of the evaluation.
+#pragma once
+
+// boardscore: prints the term report of current_board and then its score for the side to move.
+// Takes no arguments; always returns 0.
+int run_boardscore(const char *line, char *rest);

@@ -1,0 +1,209 @@
+// The fast evaluation and the fast square tests against the literal versions, on random boards;
+// the sign rule; and boards outside every contract.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+#include "attacked.h"
+#include "evaluate.h"
+#include "fast_attacked.h"
+#include "fen.h"
+#include "random_boards.h"
+#include "reference_eval.h"
+
+namespace {
+
+using namespace eval;
+
+#ifdef KORVANE_SANITIZE
+constexpr int board_count = 1000; // the sanitizer build is several times slower
+#else
+constexpr int board_count = 3000;
+#endif
+
+void expect_same_terms(const Board &b, const std::string &what)
+{
+    const breakdown fast = evaluate_terms(b);
+    const reference_scores slow = reference_evaluate(b);
+    ASSERT_EQ(fast.phase, slow.phase) << what;
+    for (int c = white; c <= black; c++) {
+        for (int t = 0; t < term_count; t++)
+            ASSERT_EQ(fast.terms.value[c][t], slow.value[c][t])
+                << what << " colour " << c << " term " << t;
+        ASSERT_EQ(fast.total[c], slow.total[c]) << what;
+    }
+}
+
+TEST(Compare, RandomPositionsAgreeWithTheLiteralEvaluation)
+{
+    std::mt19937_64 rng(20240605);
+    for (int i = 0; i < board_count; i++) {
+        // Crowded, middling and sparse boards, so that all three phases come up.
+        const Board b = random_position(rng, i % 3 == 0 ? 30 : i % 3 == 1 ? 16 : 6);
+        expect_same_terms(b, "position " + std::to_string(i));
+    }
+}
+
+TEST(Compare, GarbledBoardsAgreeWithTheLiteralEvaluation)
+{
+    std::mt19937_64 rng(77);
+    for (int i = 0; i < board_count; i++)
+        expect_same_terms(random_garbage(rng), "garbage " + std::to_string(i));
+}
+
+TEST(Compare, FastSquareTestsAgreeWithTheRayWalk)
+{
+    std::mt19937_64 rng(5);
+    for (int i = 0; i < board_count; i++) {
+        const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
+        for (int s = 0; s < 64; s++) {
+            ASSERT_EQ(fast_attacked_by_white(b, s), reference_attacked(b, white, s))
+                << "board " << i << " square " << s;
+            ASSERT_EQ(fast_attacked_by_black(b, s), reference_attacked(b, black, s))
+                << "board " << i << " square " << s;
+        }
+    }
+}
+
+// The move generator's ray walks are the engine's notion of attack; the evaluation's table
+// tests must agree with them on every square of positions from real games.
+TEST(Compare, FastSquareTestsAgreeWithTheMoveGeneratorAlongRandomGames)
+{
+    std::mt19937_64 rng(9);
+    int positions = 0;
+    while (positions < board_count)
+        for (const Board &b : random_game(rng, 300)) {
+            positions++;
+            for (int s = 0; s < 64; s++) {
+                ASSERT_EQ(fast_attacked_by_white(b, s), attacked_by_white(b, s)) << s;
+                ASSERT_EQ(fast_attacked_by_black(b, s), attacked_by_black(b, s)) << s;
+            }
+        }
+}
+
+TEST(Compare, RandomGamesAgreeWithTheLiteralEvaluation)
+{
+    std::mt19937_64 rng(10);
+    int positions = 0;
+    int phases[3] = {};
+    while (positions < board_count)
+        for (const Board &b : random_game(rng, 300)) {
+            expect_same_terms(b, "game position " + std::to_string(positions++));
+            phases[evaluate_terms(b).phase]++;
+        }
+    // The games pass through all three phases.
+    EXPECT_GT(phases[opening], 0);
+    EXPECT_GT(phases[middlegame], 0);
+    EXPECT_GT(phases[ending], 0);
+}
+
+TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)
+{
+    std::mt19937_64 rng(6);
+    for (int i = 0; i < board_count; i++) {
+        const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
+        eval_input in {};
+        in.rooks[white] = b.white_rooks;
+        in.knights[white] = b.white_knights;
+        in.bishops[white] = b.white_bishops;
+        in.queens[white] = b.white_queens;
+        in.kings[white] = b.white_king;
+        in.pawns[white] = b.white_pawns;
+        in.rooks[black] = b.black_rooks;
+        in.knights[black] = b.black_knights;
+        in.bishops[black] = b.black_bishops;
+        in.queens[black] = b.black_queens;
+        in.kings[black] = b.black_king;
+        in.pawns[black] = b.black_pawns;
+        in.all = white_set(b) | black_set(b);
+        in.king_square[white] = first_square(b.white_king);
+        in.king_square[black] = first_square(b.black_king);
+        const Bitboard white_map = attacked_squares_white(in);
+        const Bitboard black_map = attacked_squares_black(in);
+        for (int s = 0; s < 64; s++) {
+            ASSERT_EQ(int(white_map >> s & 1), fast_attacked_by_white(b, s)) << i << " " << s;
+            ASSERT_EQ(int(black_map >> s & 1), fast_attacked_by_black(b, s)) << i << " " << s;
+        }
+    }
+}
+
+TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)
+{
+    std::mt19937_64 rng(11);
+    for (int i = 0; i < board_count; i++) {
+        Board b = i % 5 == 4 ? random_garbage(rng) : random_position(rng, 30);
+        const std::int32_t score = evaluate(b, 1, 0);
+        ASSERT_EQ(evaluate(b, 0, 0), -score) << i;
+        ASSERT_EQ(evaluate(b, 5, 0), score) << i; // any nonzero side is white
+        b.white_to_move = !b.white_to_move;
+        b.fifty_move = std::uint8_t(b.fifty_move + 37);
+        b.enpassant_file = std::int8_t(i % 9 - 1);
+        ASSERT_EQ(evaluate(b, 1, 0), score) << i;
+    }
+}
+
+TEST(Compare, CastlingFlagsMatterOnlyForAKingAtHome)
+{
+    // King on e1 with a right: -18; the same with the flags of the other colour set instead: 0.
+    Board b = parse_fen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w - - 0 1");
+    const std::int32_t none = evaluate(b, 1, 0);
+    b.white_oo = 1;
+    EXPECT_EQ(evaluate(b, 1, 0), none - 18);
+    b.white_oo = 0;
+    b.black_ooo = 1;
+    EXPECT_EQ(evaluate(b, 1, 0), none + 18);
+}
+
+// Boards no legal game reaches: the evaluation must read inside its tables (the sanitizer
+// build checks) and give the literal evaluation's figures.
+TEST(BadInput, NoKingsManyKingsManyQueensOverlaps)
+{
+    Board empty {};
+    expect_same_terms(empty, "empty");
+    EXPECT_EQ(evaluate(empty, 1, 0), 0);
+
+    Board no_white_king = parse_fen("4k3/8/8/8/8/8/8/8 w - - 0 1");
+    expect_same_terms(no_white_king, "no white king");
+    Board no_black_king = parse_fen("8/8/8/8/8/8/PPPPPPPP/RNBQKBNR w KQ - 0 1");
+    expect_same_terms(no_black_king, "no black king");
+
+    Board kings = parse_fen("kkkkkkkk/8/8/8/8/8/8/KKKKKKKK w KQkq - 0 1");
+    expect_same_terms(kings, "sixteen kings");
+
+    Board queens = parse_fen("QQQQQQQQ/QQQQQQQQ/QQQQ4/8/8/8/8/4K2k w - - 0 1");
+    expect_same_terms(queens, "twenty queens");
+
+    Board full {};
+    full.white_rooks = full.white_knights = full.white_bishops = full.white_queens = full.white_king
+        = full.white_pawns = ~Bitboard(0);
+    full.black_rooks = full.black_knights = full.black_bishops = full.black_queens = full.black_king
+        = full.black_pawns = ~Bitboard(0);
+    expect_same_terms(full, "every set full");
+
+    Board overlap = parse_fen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");
+    overlap.white_queens |= overlap.black_rooks | overlap.white_rooks;
+    overlap.black_pawns |= overlap.white_pawns;
+    overlap.white_pawns |= 0xFF | 0xFF00000000000000; // pawns on the first and last ranks
+    expect_same_terms(overlap, "overlapping sets");
+
+    // The report path too: printed in full whatever the board.
+    testing::internal::CaptureStdout();
+    evaluate(empty, 1, 1);
+    evaluate(full, 0, 1);
+    evaluate(queens, 1, 1);
+    const std::string text = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3 * 48);
+}
+
+TEST(BadInput, SquareTestsWithoutKings)
+{
+    const Board empty {};
+    for (int s = 0; s < 64; s++) {
+        EXPECT_EQ(fast_attacked_by_white(empty, s), 0);
+        EXPECT_EQ(fast_attacked_by_black(empty, s), 0);
+    }
+}
+
+} // namespace
