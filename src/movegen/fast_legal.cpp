@@ -308,20 +308,22 @@ template <bool white> struct generator {
     }
 };
 
+inline bool one_square(Bitboard set) { return set && !(set & (set - 1)); }
+
 inline bool ordinary(const Board &b)
 {
-    if (std::popcount(b.white_king) != 1 || std::popcount(b.black_king) != 1) return false;
+    if (!one_square(b.white_king) || !one_square(b.black_king)) return false;
     if ((b.white_pawns | b.black_pawns) & 0xFF000000000000FFULL) return false;
     const Bitboard sets[12] = { b.white_rooks, b.white_knights, b.white_bishops, b.white_queens,
         b.white_king, b.white_pawns, b.black_rooks, b.black_knights, b.black_bishops,
         b.black_queens, b.black_king, b.black_pawns };
-    Bitboard all = 0;
-    int pieces = 0;
+    // No square in two sets.
+    Bitboard all = 0, stacked = 0;
     for (Bitboard s : sets) {
+        stacked |= all & s;
         all |= s;
-        pieces += std::popcount(s);
     }
-    return pieces == std::popcount(all);
+    return !stacked;
 }
 
 } // namespace
