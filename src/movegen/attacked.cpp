@@ -1,4 +1,5 @@
-// Square and line tests, walking the rays square by square from the target.
+// Square and line tests. The square tests read the slider look-ups, which give the same answer
+// as walking each ray to its first piece; the line tests walk their one ray.
 #include "attacked.h"
 
 #include "attacks.h"
@@ -18,24 +19,6 @@ inline int step_from(int square, int step)
     return next;
 }
 
-// Walks each direction of `directions` in turn; true on reaching an attacker before a blocker.
-template <int count>
-bool slider_walk(int square, const int (&directions)[count], Bitboard attackers, Bitboard blockers)
-{
-    for (int direction : directions)
-        for (int s = step_from(square, direction_step[direction]); s >= 0;
-             s = step_from(s, direction_step[direction])) {
-            if (attackers & square_bit(s)) return true;
-            if (blockers & square_bit(s)) break;
-        }
-    return false;
-}
-
-// The order of the walks: east, west, south, north; then south-east, north-west, south-west,
-// north-east.
-constexpr int rook_order[4] = { east, west, south, north };
-constexpr int bishop_order[4] = { south_east, north_west, south_west, north_east };
-
 template <bool white> int attacked_by(const Board &b, int square)
 {
     if (square < 0 || square > 63) return 0;
@@ -49,8 +32,9 @@ template <bool white> int attacked_by(const Board &b, int square)
 
     if (knight_attacks[square] & knights) return 1;
     if (king && (king_attacks[first_square(king)] & square_bit(square))) return 1;
-    if (slider_walk(square, rook_order, rooks, all & ~rooks)) return 1;
-    if (slider_walk(square, bishop_order, bishops, all & ~bishops)) return 1;
+    // Each ray's first piece, of either colour, is in the set: an attacker there counts.
+    if (rook_attacks(square, all) & rooks) return 1;
+    if (bishop_attacks(square, all) & bishops) return 1;
 
     // A pawn attacks diagonally forward; none stands behind its own second rank.
     const int file = square_file(square);

@@ -1,10 +1,12 @@
-// Legal moves: run the piece generators, throw out what leaves the own king attacked, and
-// complete the capture, captured and check fields of the rest by trying each move on a copy.
+// Legal moves. The general way runs the piece generators, throws out what leaves the own king
+// attacked, and completes the capture, captured and check fields of the rest by trying each
+// move on a copy; ordinary positions take the quicker way of fast_legal.h, to the same words.
 #include "legal.h"
 
 #include "apply.h"
 #include "attacked.h"
 #include "attacks.h"
+#include "fast_legal.h"
 #include "generate.h"
 
 namespace {
@@ -18,11 +20,9 @@ void remove_pseudo(int index)
     pseudo.count--;
 }
 
-} // namespace
-
-void generate_moves(Board board, MoveList *list)
+// Every board, however garbled: the generators write every pseudo-legal word, and each is tried.
+void generate_by_trial(const Board &board, MoveList *list)
 {
-    if (list->count < 0 || list->count > max_moves) list->count = 0;
     gen_list = &pseudo;
     pseudo.count = 0;
     gen_board = board;
@@ -96,6 +96,16 @@ void generate_moves(Board board, MoveList *list)
 
     for (int i = 0; i < pseudo.count && list->count < max_moves; i++)
         list->moves[list->count++] = pseudo.moves[i];
+}
+
+} // namespace
+
+void generate_moves(Board board, MoveList *list)
+{
+    if (list->count < 0 || list->count > max_moves) list->count = 0;
+    // Positions a game reaches take the fast way; what it declines is tried move by move.
+    if (generate_moves_fast(board, list)) return;
+    generate_by_trial(board, list);
 }
 
 void generate_captures(Board board, MoveList *list)

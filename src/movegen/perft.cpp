@@ -1,5 +1,5 @@
 // Perft: every node gets the full legal list, words completed, and each move is applied as the
-// game applies it.
+// game applies it; the last ply is counted from the list.
 #include "perft.h"
 
 #include "apply.h"
@@ -11,6 +11,9 @@ std::uint64_t perft(int depth, Board board)
     MoveList list;
     list.count = 0;
     generate_moves(board, &list);
+    // One ply from the leaves the count is the length of the list: every word was completed,
+    // and applying each move would only give back a 1.
+    if (depth == 1) return std::uint64_t(list.count);
     std::uint64_t total = 0;
     for (int i = 0; i < list.count; i++) {
         Board copy = board;

@@ -1,6 +1,7 @@
 // The legal list: filtering, completed words, captures only, and boards a garbled FEN can give.
 #include <gtest/gtest.h>
 
+#include "apply.h"
 #include "helpers.h"
 #include "legal.h"
 
@@ -200,6 +201,21 @@ TEST(Legal, MissingKings)
     EXPECT_EQ(legal("8/8/8/8/8/8/8/8 w - - 0 1").count, 0);
     EXPECT_EQ(legal("8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1").count, 2);
     EXPECT_EQ(legal("").count, 0);
+}
+
+// A castling right is lost only by a king move or a rook move from its corner. A rook that
+// takes on the empty corner restores the castling the right still allows.
+TEST(Legal, CastlingRightSurvivesTheRooksCapture)
+{
+    Board b = fen("4k3/8/8/8/8/8/6R1/4K2r w K - 0 1");
+    std::uint64_t key = 0;
+    apply_move_keyed(&b, text_to_move("g2h1"), &key);
+    apply_move_keyed(&b, text_to_move("e8d8"), &key);
+    EXPECT_EQ(b.white_oo, 1);
+    MoveList list;
+    list.count = 0;
+    generate_moves(b, &list);
+    EXPECT_EQ(word_of(list, "e1g1"), 0x14000184u);
 }
 
 // A position where the side not to move is in check: taking the king is a capture like any
