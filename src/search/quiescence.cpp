@@ -16,6 +16,16 @@ constexpr std::int32_t en_passant_victim = 100;
 constexpr std::int32_t check_margin = 180; // quiet checks only when stand-pat is this close
 constexpr int quiet_check_limit = 10;
 
+// The captured value that the delta rule weighs; 0 for a capture that gives check or promotes,
+// which the rule never skips.
+std::int32_t delta_victim(Move m)
+{
+    if (m & (move_gives_check | move_promoted)) return 0;
+    if (m & move_en_passant) return en_passant_victim;
+    const int code = move_captured(m);
+    return code >= 1 && code <= 6 ? piece_values[code - 1] : 0;
+}
+
 } // namespace
 
 std::uint64_t quiescence_node_count = 0;
@@ -74,20 +84,24 @@ std::int32_t quiescence(
     if (list.count == 0) return stand_pat;
 
     std::int32_t best = stand_pat > alpha ? stand_pat : alpha;
+    // A capture that the delta rule skips against the first best is skipped wherever it stands,
+    // since the best only rises: it is left out before the sort, which saves its evaluation and
+    // leaves the order of the others as it was.
+    int kept = 0;
+    for (int i = 0; i < list.count; i++) {
+        const std::int32_t v = delta_victim(list.moves[i]);
+        if (v > 0 && v + stand_pat + delta_margin < best) continue;
+        list.moves[kept++] = list.moves[i];
+    }
+    list.count = kept;
     order_by_evaluation(board, &list, child_evals);
     for (int i = 0; i < list.count; i++) {
         poll_input();
         if (search_stop) return 0;
         const Move m = list.moves[i];
         // Delta rule: a plain capture that can't bring the score near the best is skipped.
-        if (!(m & (move_gives_check | move_promoted))) {
-            const std::int32_t victim = (m & move_en_passant)
-                ? en_passant_victim
-                : (move_captured(m) >= 1 && move_captured(m) <= 6
-                        ? piece_values[move_captured(m) - 1]
-                        : 0);
-            if (victim > 0 && victim + stand_pat + delta_margin < best) continue;
-        }
+        const std::int32_t victim = delta_victim(m);
+        if (victim > 0 && victim + stand_pat + delta_margin < best) continue;
         Board child = board;
         apply_move(&child, m);
         const std::int32_t score
