@@ -1,7 +1,6 @@
 // Piece activity: counts over attack sets, rook files and connected heavy pieces.
 #include "activity.h"
 
-#include "attacks.h"
 #include "square_count.h"
 
 namespace eval {
@@ -30,24 +29,23 @@ struct set_counts {
 template <int us> void mobility_terms(const eval_input &in, term_values &out)
 {
     constexpr int them = 1 - us;
-    const Bitboard own = in.pieces[us], enemy = in.pieces[them], all = in.all;
+    const Bitboard own = in.pieces[us], enemy = in.pieces[them];
+    const piece_reach &reach = in.reach[us];
     set_counts rooks, bishops, knights, queens;
-    for (Bitboard set = in.rooks[us]; set; set &= set - 1) {
-        const int square = first_square(set);
-        rooks.add(rank_lookup(square, all), own, enemy);
-        rooks.add(file_lookup(square, all), own, enemy);
+    const int rook_count = square_count(in.rooks[us]);
+    for (int n = 0; n < rook_count; n++) {
+        rooks.add(reach.rook_rank[n], own, enemy);
+        rooks.add(reach.rook_file[n], own, enemy);
     }
-    for (Bitboard set = in.bishops[us]; set; set &= set - 1) {
-        const int square = first_square(set);
-        bishops.add(diagonal_lookup(square, all), own, enemy);
-        bishops.add(antidiagonal_lookup(square, all), own, enemy);
+    const int bishop_count = square_count(in.bishops[us]);
+    for (int n = 0; n < bishop_count; n++) {
+        bishops.add(reach.bishop_diagonal[n], own, enemy);
+        bishops.add(reach.bishop_antidiagonal[n], own, enemy);
     }
-    for (Bitboard set = in.knights[us]; set; set &= set - 1)
-        knights.add(knight_attacks[first_square(set)], own, enemy);
-    for (Bitboard set = in.queens[us]; set; set &= set - 1) {
-        const int square = first_square(set);
-        queens.add(rook_attacks(square, all) | bishop_attacks(square, all), own, enemy);
-    }
+    const int knight_count = square_count(in.knights[us]);
+    for (int n = 0; n < knight_count; n++) knights.add(reach.knight[n], own, enemy);
+    const int queen_count = square_count(in.queens[us]);
+    for (int n = 0; n < queen_count; n++) queens.add(reach.queen[n], own, enemy);
     std::int32_t *value = out.value[us];
     value[rook_mobility] = rooks.own;
     value[rook_attack] = rooks.enemy;
@@ -98,9 +96,10 @@ template <int us> void coord_terms(const eval_input &in, term_values &out)
     if (square_count(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
     if (square_count(queens) > coord_list_size) queens = lowest_squares(queens, coord_list_size);
     std::int32_t score = 0;
-    for (Bitboard set = rooks; set; set &= set - 1) {
+    int n = 0; // the lowest rooks, so the n-th of them is the n-th of the reach lists
+    for (Bitboard set = rooks; set; set &= set - 1, n++) {
         const int square = first_square(set);
-        const Bitboard reach = rook_attacks(square, in.all);
+        const Bitboard reach = in.reach[us].rook_rank[n] | in.reach[us].rook_file[n];
         // Each pair of rooks once: only partners on higher squares.
         const Bitboard higher = ~Bitboard(0) << square << 1;
         score += rook_pair_bonus * square_count(reach & rooks & higher);

@@ -2,6 +2,9 @@
 // table, and the weighted sum of each colour.
 #include "evaluate.h"
 
+#include <iterator>
+#include <utility>
+
 #include "activity.h"
 #include "development.h"
 #include "fast_attacked.h"
@@ -88,6 +91,19 @@ static_assert(same_phases(king_development_score, castled_shield_penalty));
 // piece tables itself.
 static_assert(term_active[king_pawn_tables][opening] && term_active[king_pawn_tables][ending]);
 
+// Runs the families whose terms count in `phase`; the phase table is read while compiling, so
+// each phase gets its own straight list of calls.
+template <int phase, std::size_t... family>
+void fill_terms(const eval_input &in, term_values &out, std::index_sequence<family...>)
+{
+    ((term_active[families[family].first][phase] ? families[family].fill(in, out) : void()), ...);
+}
+
+template <int phase> void fill_terms(const eval_input &in, term_values &out)
+{
+    fill_terms<phase>(in, out, std::make_index_sequence<std::size(families)>());
+}
+
 } // namespace
 
 breakdown evaluate_terms(const Board &board)
@@ -97,8 +113,12 @@ breakdown evaluate_terms(const Board &board)
     scores.phase = in.phase;
     scores.terms.value[white][material] = in.material[white];
     scores.terms.value[black][material] = in.material[black];
-    for (const term_family &family : families)
-        if (term_active[family.first][in.phase]) family.fill(in, scores.terms);
+    if (in.phase == opening)
+        fill_terms<opening>(in, scores.terms);
+    else if (in.phase == middlegame)
+        fill_terms<middlegame>(in, scores.terms);
+    else
+        fill_terms<ending>(in, scores.terms);
     for (int us = white; us <= black; us++) {
         std::int32_t total = 0;
         for (int t = 0; t < term_count; t++) total += term_weight[t] * scores.terms.value[us][t];

@@ -47,9 +47,12 @@ template <int us> int fast_attacked_by(Board board, int square)
 }
 
 // A piece on p attacks s exactly when the same look-up from s meets p, with the same
-// blockers, so the union of the pieces' own sets answers every square at once.
-template <int us> Bitboard attacked_squares(const eval_input &in)
+// blockers, so the union of the pieces' own sets answers every square at once. The sets are
+// kept for the terms that count over them.
+template <int us> Bitboard attacked_squares(eval_input &in)
 {
+    piece_reach &reach = in.reach[us];
+    const Bitboard all = in.all;
     Bitboard attacked = king_neighbours(in.king_square[us]);
     if constexpr (us == white)
         attacked |= (((in.pawns[us] << 7) & ~file_h) | ((in.pawns[us] << 9) & ~file_a))
@@ -57,19 +60,33 @@ template <int us> Bitboard attacked_squares(const eval_input &in)
     else
         attacked |= (((in.pawns[us] >> 7) & ~file_a) | ((in.pawns[us] >> 9) & ~file_h))
             & black_pawn_reach;
-    for (Bitboard set = in.knights[us]; set; set &= set - 1)
-        attacked |= knight_attacks[first_square(set)];
-    for (Bitboard set = in.bishops[us] | in.queens[us]; set; set &= set - 1)
-        attacked |= bishop_attacks(first_square(set), in.all);
-    for (Bitboard set = in.rooks[us] | in.queens[us]; set; set &= set - 1)
-        attacked |= rook_attacks(first_square(set), in.all);
+    int n = 0;
+    for (Bitboard set = in.knights[us]; set; set &= set - 1, n++)
+        attacked |= reach.knight[n] = knight_attacks[first_square(set)];
+    n = 0;
+    for (Bitboard set = in.bishops[us]; set; set &= set - 1, n++) {
+        const int square = first_square(set);
+        attacked |= reach.bishop_diagonal[n] = diagonal_lookup(square, all);
+        attacked |= reach.bishop_antidiagonal[n] = antidiagonal_lookup(square, all);
+    }
+    n = 0;
+    for (Bitboard set = in.rooks[us]; set; set &= set - 1, n++) {
+        const int square = first_square(set);
+        attacked |= reach.rook_rank[n] = rank_lookup(square, all);
+        attacked |= reach.rook_file[n] = file_lookup(square, all);
+    }
+    n = 0;
+    for (Bitboard set = in.queens[us]; set; set &= set - 1, n++) {
+        const int square = first_square(set);
+        attacked |= reach.queen[n] = rook_attacks(square, all) | bishop_attacks(square, all);
+    }
     return attacked;
 }
 
 } // namespace
 
-Bitboard attacked_squares_white(const eval_input &in) { return attacked_squares<white>(in); }
-Bitboard attacked_squares_black(const eval_input &in) { return attacked_squares<black>(in); }
+Bitboard attacked_squares_white(eval_input &in) { return attacked_squares<white>(in); }
+Bitboard attacked_squares_black(eval_input &in) { return attacked_squares<black>(in); }
 
 } // namespace eval
 

@@ -13,10 +13,11 @@ int fast_attacked_by_black(Board board, int square);
 
 namespace eval {
 
-// Every square the colour attacks, as one set: square s is in it exactly when
-// fast_attacked_by_* of s gives 1. Reads the piece sets, `all` and `king_square` of `in`.
-Bitboard attacked_squares_white(const eval_input &in);
-Bitboard attacked_squares_black(const eval_input &in);
+// Looks up the attack set of each of the colour's rooks, bishops, knights and queens into
+// in.reach, and returns every square the colour attacks, as one set: square s is in it exactly
+// when fast_attacked_by_* of s gives 1. Reads the piece sets, `all` and `king_square` of `in`.
+Bitboard attacked_squares_white(eval_input &in);
+Bitboard attacked_squares_black(eval_input &in);
 
 // The up to eight neighbours of a king square; nothing for the 64 of an empty king set.
 Bitboard king_neighbours(int king_square);

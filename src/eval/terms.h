@@ -132,12 +132,24 @@ constexpr bool term_active[term_count][3] = {
     { true, true, true }, // free_squares
 };
 
+// The attack sets of one colour's pieces, each looked up once per call and read by the attack
+// map, the mobility counts and the connection score. Rooks, bishops, knights and queens are each
+// listed by ascending square; a rook has its rank and its file set, a bishop its a1-h8 and its
+// a8-h1 diagonal, a queen one set for all four lines. A garbled board fills up to 64 of a kind.
+struct piece_reach {
+    Bitboard rook_rank[64], rook_file[64];
+    Bitboard bishop_diagonal[64], bishop_antidiagonal[64];
+    Bitboard knight[64];
+    Bitboard queen[64];
+};
+
 // The facts that every term reads, derived once per call from the twelve sets. Indexed by colour.
 struct eval_input {
     Bitboard rooks[2], knights[2], bishops[2], queens[2], kings[2], pawns[2];
     Bitboard pieces[2]; // union of a colour's six sets
     Bitboard all; // every piece of both colours: the blockers of every attack set
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
+    piece_reach reach[2]; // entries past each kind's count are left unset
     Bitboard attacked[2]; // every square the colour attacks, as fast_attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
     std::int32_t material[2];
