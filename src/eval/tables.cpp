@@ -100,7 +100,8 @@ constexpr square_table pawn_table_ending = {
     0, 0, 0, 0, 0, 0, 0, 0, //
 };
 
-// Sum of the table over a set of pieces of one kind, read from the colour's side.
+// Sum of the table over a set of pieces of one kind, read from the colour's side, square by
+// square: for the king, which is one piece.
 template <int us> std::int32_t table_sum(const square_table &table, int piece, Bitboard set)
 {
     std::int32_t sum = 0;
@@ -108,18 +109,78 @@ template <int us> std::int32_t table_sum(const square_table &table, int piece, B
     return sum;
 }
 
+// The same table as bit planes, for the kinds that come several at a time: the value on a
+// square is `low` plus 2^k for each plane k that holds the square, so the sum over a set is
+// low * count(set) plus 2^k * count(set & plane k), with no walk over the squares. The planes
+// are worked out from the table above when compiling, for each colour through table_index.
+constexpr int plane_count = 3;
+struct table_planes {
+    std::int32_t low;
+    Bitboard plane[plane_count];
+};
+
+template <int us> constexpr table_planes make_planes(const square_table &table, int piece)
+{
+    table_planes planes {};
+    planes.low = table[0];
+    for (int s = 0; s < 64; s++)
+        if (table[s] < planes.low) planes.low = table[s];
+    for (int s = 0; s < 64; s++) {
+        const std::int32_t rest = table[table_index<us>(piece, s)] - planes.low;
+        for (int k = 0; k < plane_count; k++)
+            if (rest >> k & 1) planes.plane[k] |= square_bit(s);
+    }
+    return planes;
+}
+
+// Whether every value of the table is `low` plus a sum of the planes' powers of two.
+constexpr bool fits_planes(const square_table &table)
+{
+    std::int32_t low = table[0], high = table[0];
+    for (int s = 0; s < 64; s++) {
+        if (table[s] < low) low = table[s];
+        if (table[s] > high) high = table[s];
+    }
+    return high - low < (1 << plane_count);
+}
+static_assert(fits_planes(rook_table) && fits_planes(knight_table) && fits_planes(bishop_table)
+    && fits_planes(queen_table) && fits_planes(pawn_table) && fits_planes(pawn_table_ending));
+
+// Both colours' planes of one table.
+struct colour_planes {
+    table_planes of[2];
+};
+constexpr colour_planes planes_of(const square_table &table, int piece)
+{
+    return { { make_planes<white>(table, piece), make_planes<black>(table, piece) } };
+}
+
+constexpr colour_planes rook_planes = planes_of(rook_table, rook);
+constexpr colour_planes knight_planes = planes_of(knight_table, knight);
+constexpr colour_planes bishop_planes = planes_of(bishop_table, bishop);
+constexpr colour_planes queen_planes = planes_of(queen_table, queen);
+constexpr colour_planes pawn_planes = planes_of(pawn_table, pawn);
+constexpr colour_planes pawn_planes_ending = planes_of(pawn_table_ending, pawn);
+
+std::int32_t planes_sum(const table_planes &planes, Bitboard set)
+{
+    return planes.low * square_count(set) + square_count(set & planes.plane[0])
+        + 2 * square_count(set & planes.plane[1]) + 4 * square_count(set & planes.plane[2]);
+}
+static_assert(plane_count == 3, "planes_sum reads three planes");
+
 template <int us> void table_terms(const eval_input &in, term_values &out)
 {
     std::int32_t *value = out.value[us];
     if (term_active[piece_tables][in.phase])
-        value[piece_tables] = table_sum<us>(rook_table, rook, in.rooks[us])
-            + table_sum<us>(knight_table, knight, in.knights[us])
-            + table_sum<us>(bishop_table, bishop, in.bishops[us])
-            + table_sum<us>(queen_table, queen, in.queens[us]);
+        value[piece_tables] = planes_sum(rook_planes.of[us], in.rooks[us])
+            + planes_sum(knight_planes.of[us], in.knights[us])
+            + planes_sum(bishop_planes.of[us], in.bishops[us])
+            + planes_sum(queen_planes.of[us], in.queens[us]);
     const bool end = in.phase == ending;
     value[king_pawn_tables]
         = table_sum<us>(end ? king_table_ending : king_table, king, in.kings[us])
-        + table_sum<us>(end ? pawn_table_ending : pawn_table, pawn, in.pawns[us]);
+        + planes_sum(end ? pawn_planes_ending.of[us] : pawn_planes.of[us], in.pawns[us]);
 }
 
 } // namespace
