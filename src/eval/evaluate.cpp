@@ -11,11 +11,20 @@
 #include "king_safety.h"
 #include "patterns.h"
 #include "report.h"
+#include "square_count.h"
 #include "tables.h"
 
 namespace eval {
 
 namespace {
+
+// Material of one colour: pawn 100, rook 500, knight 300, bishop 320, queen 900; the king none.
+std::int32_t material_of(const eval_input &in, int us)
+{
+    return 100 * square_count(in.pawns[us]) + 500 * square_count(in.rooks[us])
+        + 300 * square_count(in.knights[us]) + 320 * square_count(in.bishops[us])
+        + 900 * square_count(in.queens[us]);
+}
 
 // The facts every term reads, from the twelve sets and the castling flags.
 eval_input derive(const Board &b)

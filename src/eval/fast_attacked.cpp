@@ -5,12 +5,6 @@
 
 namespace eval {
 
-Bitboard king_neighbours(int king_square)
-{
-    // A garbled board without a king has the square 64, for which no table has an entry.
-    return king_square < 64 ? king_attacks[king_square] : 0;
-}
-
 namespace {
 
 // Pawns strike one rank forward on the two neighbouring files. No square of the first two

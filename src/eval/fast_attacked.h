@@ -2,6 +2,7 @@
 // ray walks of the move generator, at table speed.
 #pragma once
 
+#include "attacks.h"
 #include "board.h"
 #include "terms.h"
 
@@ -19,7 +20,11 @@ namespace eval {
 Bitboard attacked_squares_white(eval_input &in);
 Bitboard attacked_squares_black(eval_input &in);
 
-// The up to eight neighbours of a king square; nothing for the 64 of an empty king set.
-Bitboard king_neighbours(int king_square);
+// The up to eight neighbours of a king square; nothing for the 64 of an empty king set, for
+// which no table has an entry.
+inline Bitboard king_neighbours(int king_square)
+{
+    return king_square < 64 ? king_attacks[king_square] : 0;
+}
 
 } // namespace eval

@@ -45,19 +45,20 @@ template <int us> void knight_edge_terms(const eval_input &in, term_values &out)
 }
 
 // A bishop whose two forward diagonal squares (one rank toward the enemy) hold own pawns:
-// 7 for one, 11 for two. Squares off the board count as empty.
-constexpr std::int32_t bishop_block_cost[3] = { 0, 7, 11 };
+// 7 for one, 11 for two. Squares off the board count as empty. Worked out for all bishops at
+// once: the bishops blocked on the a-file side, those blocked on the h-file side, and those
+// blocked on both, which pay 7 + 7 - 3.
+constexpr std::int32_t bishop_block_one = 7, bishop_block_both = 11;
 
 template <int us> void bishop_block_terms(const eval_input &in, term_values &out)
 {
-    std::int32_t penalty = 0;
-    for (Bitboard set = in.bishops[us]; set; set &= set - 1) {
-        const Bitboard bishop = set & (0 - set);
-        const Bitboard front = us == white ? ((bishop & ~file_a) << 7) | ((bishop & ~file_h) << 9)
-                                           : ((bishop & ~file_a) >> 9) | ((bishop & ~file_h) >> 7);
-        penalty += bishop_block_cost[square_count(front & in.pawns[us])];
-    }
-    out.value[us][bishop_block_penalty] = penalty;
+    const Bitboard bishops = in.bishops[us], pawns = in.pawns[us];
+    // A bishop on s with a pawn on its front square s + 7 (s - 9 for black), on the a-file side.
+    const Bitboard left = bishops & ~file_a & (us == white ? pawns >> 7 : pawns << 9);
+    // The same with s + 9 (s - 7 for black), on the h-file side.
+    const Bitboard right = bishops & ~file_h & (us == white ? pawns >> 9 : pawns << 7);
+    out.value[us][bishop_block_penalty] = bishop_block_one * square_count(left ^ right)
+        + bishop_block_both * square_count(left & right);
 }
 
 // A bishop on e3 in front of its pawn on e2 holds up the king's pawn: 28, or 48 when the

@@ -1,4 +1,4 @@
-// Material and the piece-square tables.
+// The piece-square tables.
 #include "tables.h"
 
 #include "square_count.h"
@@ -184,13 +184,6 @@ template <int us> void table_terms(const eval_input &in, term_values &out)
 }
 
 } // namespace
-
-std::int32_t material_of(const eval_input &in, int us)
-{
-    return 100 * square_count(in.pawns[us]) + 500 * square_count(in.rooks[us])
-        + 300 * square_count(in.knights[us]) + 320 * square_count(in.bishops[us])
-        + 900 * square_count(in.queens[us]);
-}
 
 void table_terms(const eval_input &in, term_values &out)
 {

@@ -1,12 +1,9 @@
-// Material and the piece-square tables: what the pieces are worth by kind and by square.
+// The piece-square tables: what the pieces are worth by square.
 #pragma once
 
 #include "terms.h"
 
 namespace eval {
-
-// Material of one colour: pawn 100, rook 500, knight 300, bishop 320, queen 900; the king none.
-std::int32_t material_of(const eval_input &in, int us);
 
 // The table values of both colours into piece_tables and king_pawn_tables, for in.phase.
 void table_terms(const eval_input &in, term_values &out);
