@@ -113,21 +113,27 @@ template <int phase> void fill_terms(const eval_input &in, term_values &out)
     fill_terms<phase>(in, out, std::make_index_sequence<std::size(families)>());
 }
 
+// Every term of both colours, before the weights, and the phase.
+int fill_terms(const Board &board, term_values &terms)
+{
+    const eval_input in = derive(board);
+    terms.value[white][material] = in.material[white];
+    terms.value[black][material] = in.material[black];
+    if (in.phase == opening)
+        fill_terms<opening>(in, terms);
+    else if (in.phase == middlegame)
+        fill_terms<middlegame>(in, terms);
+    else
+        fill_terms<ending>(in, terms);
+    return in.phase;
+}
+
 } // namespace
 
 breakdown evaluate_terms(const Board &board)
 {
-    const eval_input in = derive(board);
     breakdown scores {};
-    scores.phase = in.phase;
-    scores.terms.value[white][material] = in.material[white];
-    scores.terms.value[black][material] = in.material[black];
-    if (in.phase == opening)
-        fill_terms<opening>(in, scores.terms);
-    else if (in.phase == middlegame)
-        fill_terms<middlegame>(in, scores.terms);
-    else
-        fill_terms<ending>(in, scores.terms);
+    scores.phase = fill_terms(board, scores.terms);
     for (int us = white; us <= black; us++) {
         std::int32_t total = 0;
         for (int t = 0; t < term_count; t++) total += term_weight[t] * scores.terms.value[us][t];
@@ -140,8 +146,18 @@ breakdown evaluate_terms(const Board &board)
 
 std::int32_t evaluate(Board board, int side, int report)
 {
-    const eval::breakdown scores = eval::evaluate_terms(board);
-    if (report) eval::print_report(scores);
-    const std::int32_t white_view = scores.total[eval::white] - scores.total[eval::black];
+    using namespace eval;
+    std::int32_t white_view = 0;
+    if (report) {
+        const breakdown scores = evaluate_terms(board);
+        print_report(scores);
+        white_view = scores.total[white] - scores.total[black];
+    } else {
+        // The same sum, weighed once over the differences of the two colours' terms.
+        term_values terms {};
+        fill_terms(board, terms);
+        for (int t = 0; t < term_count; t++)
+            white_view += term_weight[t] * (terms.value[white][t] - terms.value[black][t]);
+    }
     return side ? white_view : -white_view;
 }

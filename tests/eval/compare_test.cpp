@@ -34,6 +34,9 @@ void expect_same_terms(const Board &b, const std::string &what)
                 << what << " colour " << c << " term " << t;
         ASSERT_EQ(fast.total[c], slow.total[c]) << what;
     }
+    // The score itself is summed apart from the breakdown, without the report.
+    ASSERT_EQ(evaluate(b, 1, 0), reference_score(b, 1)) << what;
+    ASSERT_EQ(evaluate(b, 0, 0), reference_score(b, 0)) << what;
 }
 
 TEST(Compare, RandomPositionsAgreeWithTheLiteralEvaluation)
