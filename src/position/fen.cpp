@@ -102,6 +102,8 @@ Board parse_fen(const char *text)
     char *rows[8];
     // A placement of fewer than eight rows is read like a record of too few fields.
     if (split(fields[0], '/', rows, 8) < 8) return Board {};
+    // Rows past the eighth are ignored.
+    if (char *ninth = std::strchr(rows[7], '/')) *ninth = '\0';
     for (int row = 0; row < 8; row++) {
         int file = 0;
         const int base = 56 - 8 * row;

@@ -43,6 +43,8 @@ TEST(Fen, GarbledPlacementsAreReadAsFarAsTheyGo)
     // A row of more than eight squares runs onto the rank above; past h8 it wraps to a1.
     Board run = parse_fen("8/8/8/8/8/8/8/8K w - - 0 1");
     EXPECT_EQ(run.white_king, square_bit(8));
+    // Rows past the eighth are ignored.
+    EXPECT_EQ(parse_fen("8/8/8/8/8/8/8/K1k5/PPPP w - - 0 1").white_pawns, 0u);
     Board wrap = parse_fen("8k/8/8/8/8/8/8/8 w - - 0 1");
     EXPECT_EQ(wrap.black_king, square_bit(0));
     // Two blanks make an empty field, and the later fields shift: the side field is empty
