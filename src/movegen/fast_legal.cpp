@@ -8,6 +8,8 @@
 // are tried on a copy of the board as the literal filter does.
 #include "fast_legal.h"
 
+#include <bit>
+
 #include "apply.h"
 #include "attacked.h"
 #include "attacks.h"
@@ -86,7 +88,9 @@ inline int code_on(const army &side, Bitboard square)
     return side.king & square ? king : no_piece;
 }
 
-template <bool white> struct generator {
+// With `captures` set, only the moves that take something are written: the same words in the
+// same order as the full list with its quiet moves struck out.
+template <bool white, bool captures> struct generator {
     generator(const Board &b, MoveList *l)
         : board(b)
         , list(l)
@@ -177,7 +181,7 @@ template <bool white> struct generator {
             const int file = square_file(from), rank = square_rank(from);
             const Bitboard targets = allowed(from);
             if (white ? from >= 48 : from < 16) {
-                if (!(occupied & square_bit(from + forward)))
+                if (!captures && !(occupied & square_bit(from + forward)))
                     if (targets & square_bit(from + forward)) promotions(from, from + forward);
                 if (file != 7 && (them.all & targets & square_bit(from + toward_h)))
                     promotions(from, from + toward_h);
@@ -189,7 +193,7 @@ template <bool white> struct generator {
                 append_tried(en_passant_word | make_move(from, enpassant_row + ep_file));
             if (rank == enpassant_rank && file != 0 && ep_file == file - 1)
                 append_tried(en_passant_word | make_move(from, enpassant_row + ep_file));
-            if (!(occupied & square_bit(from + forward))) {
+            if (!captures && !(occupied & square_bit(from + forward))) {
                 if (targets & square_bit(from + forward))
                     append_plain(
                         pawn_word | make_move(from, from + forward), from, from + forward, pawn);
@@ -220,7 +224,8 @@ template <bool white> struct generator {
                 reach = bishop_attacks(from, occupied);
             else
                 reach = rook_attacks(from, occupied) | bishop_attacks(from, occupied);
-            for (Bitboard t = reach & ~us.all & allowed(from); t; t &= t - 1) {
+            for (Bitboard t = reach & (captures ? them.all : ~us.all) & allowed(from); t;
+                 t &= t - 1) {
                 const int to = first_square(t);
                 append_plain(kind_word | make_move(from, to), from, to, kind);
             }
@@ -230,12 +235,14 @@ template <bool white> struct generator {
     void king_moves(bool in_check)
     {
         const Bitboard without_king = occupied & ~us.king;
-        for (Bitboard t = king_attacks[king_square] & ~us.all; t; t &= t - 1) {
+        for (Bitboard t = king_attacks[king_square] & (captures ? them.all : ~us.all); t;
+             t &= t - 1) {
             const int to = first_square(t);
             if (reaches<!white>(them, enemy_king_square, to, without_king)) continue;
             append_plain(king_word | make_move(king_square, to), king_square, to, king);
         }
-        if (in_check) return;
+        // Castling lands on an empty square: never a capture.
+        if (in_check || captures) return;
         // Castling: the same tests in the same order as the generator. Once they pass, the king
         // stands safe on its new square too, since only squares beyond the corner open up.
         auto attacked
@@ -328,15 +335,47 @@ inline bool ordinary(const Board &b)
 
 } // namespace
 
-bool generate_moves_fast(const Board &board, MoveList *list)
+namespace {
+
+// More moves than the side to move can possibly have: a queen reaches at most 27 squares, a rook
+// 14, a bishop 13, a knight 8, the king 8 and two castlings, a pawn about to promote 12 words,
+// any other pawn 5.
+int move_bound(const Board &b)
+{
+    const bool white = b.white_to_move;
+    const Bitboard pawns = white ? b.white_pawns : b.black_pawns;
+    const Bitboard last_but_one = white ? 0x00FF000000000000ULL : 0x000000000000FF00ULL;
+    return 27 * std::popcount(white ? b.white_queens : b.black_queens)
+        + 14 * std::popcount(white ? b.white_rooks : b.black_rooks)
+        + 13 * std::popcount(white ? b.white_bishops : b.black_bishops)
+        + 8 * std::popcount(white ? b.white_knights : b.black_knights) + 10
+        + 12 * std::popcount(pawns & last_but_one) + 5 * std::popcount(pawns & ~last_but_one);
+}
+
+template <bool captures> bool generate_fast(const Board &board, MoveList *list)
 {
     if (!ordinary(board)) return false;
     const int start = list->count;
+    // The full list keeps only the moves that fit its slots, and the captures are those of the
+    // kept moves; a board that might overflow takes the full way, so the cut falls alike.
+    if (captures && start + move_bound(board) > max_moves) return false;
     bool done;
     if (board.white_to_move)
-        done = generator<true>(board, list).run();
+        done = generator<true, captures>(board, list).run();
     else
-        done = generator<false>(board, list).run();
+        done = generator<false, captures>(board, list).run();
     if (!done) list->count = start;
     return done;
+}
+
+} // namespace
+
+bool generate_moves_fast(const Board &board, MoveList *list)
+{
+    return generate_fast<false>(board, list);
+}
+
+bool generate_captures_fast(const Board &board, MoveList *list)
+{
+    return generate_fast<true>(board, list);
 }

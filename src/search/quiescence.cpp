@@ -71,15 +71,11 @@ std::int32_t quiescence(
         = known_eval != unknown_eval ? known_eval : evaluate(board, board.white_to_move, 0);
     if (stand_pat >= beta) return beta;
 
-    // One legal list serves both the captures and, later, the quiet checks; each keeps the
-    // generator's order.
-    MoveList all;
-    all.count = 0;
-    generate_moves(board, &all);
+    // The captures alone, in the generator's order; the full list is made only if quiet checks
+    // are wanted after them.
     MoveList list;
     list.count = 0;
-    for (int i = 0; i < all.count; i++)
-        if (all.moves[i] & move_capture) list.moves[list.count++] = all.moves[i];
+    generate_captures(board, &list);
     // No capture: the static score stands, below alpha too, and no quiet check is tried.
     if (list.count == 0) return stand_pat;
 
@@ -114,6 +110,9 @@ std::int32_t quiescence(
     if (stand_pat + check_margin < best) return best;
 
     // A few quiet checks, best first by evaluation; each spends one unit of the budget.
+    MoveList all;
+    all.count = 0;
+    generate_moves(board, &all);
     list.count = 0;
     for (int i = 0; i < all.count; i++) {
         const Move m = all.moves[i];
