@@ -25,30 +25,18 @@ int counter_row(int ply) { return ply < 0 ? 0 : ply >= counter_plies ? counter_p
 Move pv_move_at(int row) { return row < pv_length[0] ? pv_cell(0, row) : 0; }
 
 // Sorts moves[0..n) by keys, descending: a move passes an earlier one only on a greater key.
-// Each pair is packed into one number, the key (sign bit flipped, so that unsigned order is
-// signed order) above the complement of the slot, so that of two equal keys the earlier slot is
-// the greater number: an insertion sort of distinct numbers then gives the stable order while
-// shifting one array instead of two.
 void sort_by_keys(Move *moves, std::int32_t *keys, int n)
 {
-    if (n > max_moves) n = max_moves; // a list never holds more
-    if (n < 2) return;
-    std::uint64_t packed[max_moves];
-    Move original[max_moves];
-    for (int i = 0; i < n; i++) {
-        original[i] = moves[i];
-        packed[i] = std::uint64_t(std::uint32_t(keys[i]) ^ 0x80000000u) << 32
-            | std::uint32_t(~std::uint32_t(i));
-    }
     for (int i = 1; i < n; i++) {
-        const std::uint64_t p = packed[i];
+        const Move m = moves[i];
+        const std::int32_t k = keys[i];
         int j = i;
-        for (; j > 0 && packed[j - 1] < p; j--) packed[j] = packed[j - 1];
-        packed[j] = p;
-    }
-    for (int i = 0; i < n; i++) {
-        moves[i] = original[~std::uint32_t(packed[i])];
-        keys[i] = std::int32_t(std::uint32_t(packed[i] >> 32) ^ 0x80000000u);
+        for (; j > 0 && keys[j - 1] < k; j--) {
+            moves[j] = moves[j - 1];
+            keys[j] = keys[j - 1];
+        }
+        moves[j] = m;
+        keys[j] = k;
     }
 }
 
