@@ -167,6 +167,21 @@ template <bool white, bool captures> struct generator {
             append_tried(promotion_word | promotion_bits(code) | make_move(from, to));
     }
 
+    // Pawns that might take something: an enemy piece diagonally ahead, or any pawn on the
+    // en-passant rank when a file is set. The pawn loop tests each move exactly; this only spares
+    // it the pawns with nothing to take.
+    Bitboard could_take() const
+    {
+        constexpr Bitboard file_a = 0x0101010101010101ULL, file_h = file_a << 7;
+        constexpr Bitboard enpassant_rank_set = white ? 0xFFULL << 32 : 0xFFULL << 24;
+        const Bitboard toward_h_takers
+            = white ? (them.all >> 9) & ~file_h : (them.all << 7) & ~file_h;
+        const Bitboard toward_a_takers
+            = white ? (them.all >> 7) & ~file_a : (them.all << 9) & ~file_a;
+        return toward_h_takers | toward_a_takers
+            | (board.enpassant_file != -1 ? enpassant_rank_set : 0);
+    }
+
     void pawn_moves()
     {
         constexpr int forward = white ? 8 : -8;
@@ -174,7 +189,8 @@ template <bool white, bool captures> struct generator {
         constexpr int double_rank = white ? 1 : 6, enpassant_rank = white ? 4 : 3;
         constexpr int enpassant_row = white ? 40 : 16;
         const int ep_file = board.enpassant_file;
-        for (Bitboard pawns = us.pawns; pawns; pawns &= pawns - 1) {
+        for (Bitboard pawns = captures ? us.pawns & could_take() : us.pawns; pawns;
+             pawns &= pawns - 1) {
             const int from = first_square(pawns);
             const int file = square_file(from), rank = square_rank(from);
             const Bitboard targets = allowed(from);
