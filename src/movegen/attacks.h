@@ -48,7 +48,8 @@ void init_antidiagonal_attacks();
 void init_king_attacks();
 void init_ray_direction();
 
-// Runs the six fillers above, in that order. Called once, before the first command is read.
+// Runs the six fillers above, in that order, then init_slider_tables. Called once, before the
+// first command is read.
 void init_attack_tables();
 
 namespace attacks_detail {
@@ -143,14 +144,36 @@ inline Bitboard antidiagonal_lookup(int square, Bitboard occupied)
     return antidiagonal_attacks[square][index];
 }
 
-// A rook's reach: its rank and its file.
+// Rook and bishop reach in one look-up each. The blockers on the inner squares of the lines
+// through a square, times a fixed multiplier, give in their top bits a slot of slider_slots
+// that holds the reach for every blocker set sharing that slot. init_slider_tables fills the
+// slots from the line look-ups above, so both ways give the same sets.
+struct slider_entry {
+    Bitboard mask; // inner squares of the square's lines, the square itself left out
+    std::uint64_t multiplier;
+    std::uint32_t offset; // first slot of the square in slider_slots
+    std::uint32_t shift; // 64 minus the squares of mask
+};
+constexpr int rook_slot_count = 102400, bishop_slot_count = 5248;
+// Until init_slider_tables runs, every entry is zero and reads slot 0, which holds the empty set.
+extern slider_entry rook_entries[64], bishop_entries[64];
+extern Bitboard slider_slots[rook_slot_count + bishop_slot_count];
+
+// Fills rook_entries, bishop_entries and slider_slots from the line tables, which must be
+// filled already.
+void init_slider_tables();
+
+// A rook's reach: its rank and its file, as rank_lookup | file_lookup gives it.
 inline Bitboard rook_attacks(int square, Bitboard occupied)
 {
-    return rank_lookup(square, occupied) | file_lookup(square, occupied);
+    const slider_entry &e = rook_entries[square];
+    return slider_slots[e.offset + ((occupied & e.mask) * e.multiplier >> e.shift)];
 }
 
-// A bishop's reach: both diagonals. A queen's is the union with rook_attacks.
+// A bishop's reach: both diagonals, as diagonal_lookup | antidiagonal_lookup gives it. A queen's
+// is the union with rook_attacks.
 inline Bitboard bishop_attacks(int square, Bitboard occupied)
 {
-    return diagonal_lookup(square, occupied) | antidiagonal_lookup(square, occupied);
+    const slider_entry &e = bishop_entries[square];
+    return slider_slots[e.offset + ((occupied & e.mask) * e.multiplier >> e.shift)];
 }

@@ -86,7 +86,9 @@ inline int code_on(const army &side, Bitboard square)
     return side.king & square ? king : no_piece;
 }
 
-template <bool white> struct generator {
+// With `captures` set, only the moves that take something are written: the same words in the
+// same order as the full list with its quiet moves struck out.
+template <bool white, bool captures> struct generator {
     generator(const Board &b, MoveList *l)
         : board(b)
         , list(l)
@@ -165,6 +167,21 @@ template <bool white> struct generator {
             append_tried(promotion_word | promotion_bits(code) | make_move(from, to));
     }
 
+    // Pawns that might take something: an enemy piece diagonally ahead, or any pawn on the
+    // en-passant rank when a file is set. The pawn loop tests each move exactly; this only spares
+    // it the pawns with nothing to take.
+    Bitboard could_take() const
+    {
+        constexpr Bitboard file_a = 0x0101010101010101ULL, file_h = file_a << 7;
+        constexpr Bitboard enpassant_rank_set = white ? 0xFFULL << 32 : 0xFFULL << 24;
+        const Bitboard toward_h_takers
+            = white ? (them.all >> 9) & ~file_h : (them.all << 7) & ~file_h;
+        const Bitboard toward_a_takers
+            = white ? (them.all >> 7) & ~file_a : (them.all << 9) & ~file_a;
+        return toward_h_takers | toward_a_takers
+            | (board.enpassant_file != -1 ? enpassant_rank_set : 0);
+    }
+
     void pawn_moves()
     {
         constexpr int forward = white ? 8 : -8;
@@ -172,12 +189,13 @@ template <bool white> struct generator {
         constexpr int double_rank = white ? 1 : 6, enpassant_rank = white ? 4 : 3;
         constexpr int enpassant_row = white ? 40 : 16;
         const int ep_file = board.enpassant_file;
-        for (Bitboard pawns = us.pawns; pawns; pawns &= pawns - 1) {
+        for (Bitboard pawns = captures ? us.pawns & could_take() : us.pawns; pawns;
+             pawns &= pawns - 1) {
             const int from = first_square(pawns);
             const int file = square_file(from), rank = square_rank(from);
             const Bitboard targets = allowed(from);
             if (white ? from >= 48 : from < 16) {
-                if (!(occupied & square_bit(from + forward)))
+                if (!captures && !(occupied & square_bit(from + forward)))
                     if (targets & square_bit(from + forward)) promotions(from, from + forward);
                 if (file != 7 && (them.all & targets & square_bit(from + toward_h)))
                     promotions(from, from + toward_h);
@@ -189,7 +207,7 @@ template <bool white> struct generator {
                 append_tried(en_passant_word | make_move(from, enpassant_row + ep_file));
             if (rank == enpassant_rank && file != 0 && ep_file == file - 1)
                 append_tried(en_passant_word | make_move(from, enpassant_row + ep_file));
-            if (!(occupied & square_bit(from + forward))) {
+            if (!captures && !(occupied & square_bit(from + forward))) {
                 if (targets & square_bit(from + forward))
                     append_plain(
                         pawn_word | make_move(from, from + forward), from, from + forward, pawn);
@@ -220,7 +238,8 @@ template <bool white> struct generator {
                 reach = bishop_attacks(from, occupied);
             else
                 reach = rook_attacks(from, occupied) | bishop_attacks(from, occupied);
-            for (Bitboard t = reach & ~us.all & allowed(from); t; t &= t - 1) {
+            for (Bitboard t = reach & (captures ? them.all : ~us.all) & allowed(from); t;
+                 t &= t - 1) {
                 const int to = first_square(t);
                 append_plain(kind_word | make_move(from, to), from, to, kind);
             }
@@ -230,12 +249,14 @@ template <bool white> struct generator {
     void king_moves(bool in_check)
     {
         const Bitboard without_king = occupied & ~us.king;
-        for (Bitboard t = king_attacks[king_square] & ~us.all; t; t &= t - 1) {
+        for (Bitboard t = king_attacks[king_square] & (captures ? them.all : ~us.all); t;
+             t &= t - 1) {
             const int to = first_square(t);
             if (reaches<!white>(them, enemy_king_square, to, without_king)) continue;
             append_plain(king_word | make_move(king_square, to), king_square, to, king);
         }
-        if (in_check) return;
+        // Castling lands on an empty square: never a capture.
+        if (in_check || captures) return;
         // Castling: the same tests in the same order as the generator. Once they pass, the king
         // stands safe on its new square too, since only squares beyond the corner open up.
         auto attacked
@@ -328,15 +349,57 @@ inline bool ordinary(const Board &b)
 
 } // namespace
 
-bool generate_moves_fast(const Board &board, MoveList *list)
+namespace {
+
+// Squares of a set, bit-parallel: without the processor's population count instruction the
+// library routine costs a call per set.
+constexpr int count_squares(Bitboard set)
+{
+    set = set - ((set >> 1) & 0x5555555555555555);
+    set = (set & 0x3333333333333333) + ((set >> 2) & 0x3333333333333333);
+    set = (set + (set >> 4)) & 0x0F0F0F0F0F0F0F0F;
+    return int((set * 0x0101010101010101) >> 56);
+}
+
+// More moves than the side to move can possibly have: a queen reaches at most 27 squares, a rook
+// 14, a bishop 13, a knight 8, the king 8 and two castlings, a pawn about to promote 12 words,
+// any other pawn 5.
+int move_bound(const Board &b)
+{
+    const bool white = b.white_to_move;
+    const Bitboard pawns = white ? b.white_pawns : b.black_pawns;
+    const Bitboard last_but_one = white ? 0x00FF000000000000ULL : 0x000000000000FF00ULL;
+    return 27 * count_squares(white ? b.white_queens : b.black_queens)
+        + 14 * count_squares(white ? b.white_rooks : b.black_rooks)
+        + 13 * count_squares(white ? b.white_bishops : b.black_bishops)
+        + 8 * count_squares(white ? b.white_knights : b.black_knights) + 10
+        + 12 * count_squares(pawns & last_but_one) + 5 * count_squares(pawns & ~last_but_one);
+}
+
+template <bool captures> bool generate_fast(const Board &board, MoveList *list)
 {
     if (!ordinary(board)) return false;
     const int start = list->count;
+    // The full list keeps only the moves that fit its slots, and the captures are those of the
+    // kept moves; a board that might overflow takes the full way, so the cut falls alike.
+    if (captures && start + move_bound(board) > max_moves) return false;
     bool done;
     if (board.white_to_move)
-        done = generator<true>(board, list).run();
+        done = generator<true, captures>(board, list).run();
     else
-        done = generator<false>(board, list).run();
+        done = generator<false, captures>(board, list).run();
     if (!done) list->count = start;
     return done;
+}
+
+} // namespace
+
+bool generate_moves_fast(const Board &board, MoveList *list)
+{
+    return generate_fast<false>(board, list);
+}
+
+bool generate_captures_fast(const Board &board, MoveList *list)
+{
+    return generate_fast<true>(board, list);
 }

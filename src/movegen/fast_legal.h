@@ -9,3 +9,7 @@
 // a king missing or doubled, pieces stacked on one square, a pawn on the first or last rank, or
 // the side not to move in check.
 bool generate_moves_fast(const Board &board, MoveList *list);
+
+// The same for the captures alone (en passant included), in the order and with the words they
+// have in the full list.
+bool generate_captures_fast(const Board &board, MoveList *list);

@@ -111,6 +111,8 @@ void generate_moves(Board board, MoveList *list)
 void generate_captures(Board board, MoveList *list)
 {
     const int start = list->count >= 0 && list->count <= max_moves ? list->count : 0;
+    list->count = start;
+    if (generate_captures_fast(board, list)) return;
     generate_moves(board, list);
     int kept = start;
     for (int i = start; i < list->count; i++)

@@ -108,7 +108,7 @@ std::int32_t opening_steering(const Board &board, Move move)
 }
 
 std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
-    std::uint64_t key, int parent_ply, std::int32_t known_eval)
+    std::uint64_t key, int parent_ply, std::int32_t known_eval, std::int32_t known_check)
 {
     // Early exits and bookkeeping.
     if (search_stop) return 0;
@@ -138,16 +138,18 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
         if (cur_alpha >= cur_beta) return s;
     }
 
+    // The check bit of the parent's move answers this where there was one.
+    const bool in_check = known_check >= 0 ? known_check != 0 : side_in_check(board);
+
     // Horizon: quiescence settles the position.
     if (depth == 0) {
-        const std::int32_t budget
-            = side_in_check(board) ? quiescence_budget_in_check : quiescence_budget;
-        const std::int32_t score = quiescence(board, budget, cur_alpha, cur_beta, known_eval);
+        const std::int32_t budget = in_check ? quiescence_budget_in_check : quiescence_budget;
+        const std::int32_t score
+            = quiescence(board, budget, cur_alpha, cur_beta, known_eval, in_check ? 1 : 0);
         hash_store(key, score, bound_for(score, entry_alpha, entry_beta), 0, 0);
         return score;
     }
 
-    const bool in_check = side_in_check(board);
     const bool endgame = depth >= 2 && material_of_both(board) <= endgame_material;
     const bool pieces = side_has_pieces(board);
 
@@ -220,23 +222,25 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
                 score = 0; // a draw, not searched
             } else {
                 const std::int32_t d = new_depth > 0 ? new_depth : 0;
+                const std::int32_t check = (m & move_gives_check) ? 1 : 0;
                 if (i == 0) {
-                    score
-                        = -alpha_beta(child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval);
+                    score = -alpha_beta(
+                        child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval, check);
                 } else {
                     bool full = true;
                     // Late-move reduction: a late quiet move is first tried one ply shallower.
                     if (depth > 2 && ply > 0 && i > 2 && !in_check && !passed_ext && quiet) {
                         const std::int32_t reduced = new_depth - 1 > 0 ? new_depth - 1 : 0;
-                        score = -alpha_beta(
-                            child, reduced, -cur_alpha - 1, -cur_alpha, child_key, ply, child_eval);
+                        score = -alpha_beta(child, reduced, -cur_alpha - 1, -cur_alpha, child_key,
+                            ply, child_eval, check);
                         full = score > cur_alpha;
                     }
                     if (full) {
-                        score = -alpha_beta(child, d, -cur_alpha - 1, -cur_alpha, child_key, ply);
+                        score = -alpha_beta(child, d, -cur_alpha - 1, -cur_alpha, child_key, ply,
+                            child_eval, check);
                         if (cur_alpha < score && score < cur_beta)
                             score = -alpha_beta(
-                                child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval);
+                                child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval, check);
                     }
                 }
             }

@@ -17,9 +17,11 @@ extern std::int32_t single_reply; // set when the root has exactly one legal mov
 // the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the root). Fail-soft inside
 // the move loop. Returns 0 at once when search_stop is up; such a score means nothing.
 // `known_eval`, when not INT32_MIN, is evaluate of `board` for its side to move, already worked
-// out by the parent's ordering.
+// out by the parent's ordering. `known_check` is 1 or 0 when the parent knows whether the side to
+// move is in check (the check bit of its move), -1 when it doesn't.
 std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
-    std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN);
+    std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN,
+    std::int32_t known_check = -1);
 
 // True when the side to move in `board` pushes a pawn straight on to its sixth rank or beyond
 // (white) or third or below (black) with no enemy pawn ahead on its own or a neighbouring file.

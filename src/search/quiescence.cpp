@@ -26,6 +26,10 @@ std::int32_t delta_victim(Move m)
     return code >= 1 && code <= 6 ? piece_values[code - 1] : 0;
 }
 
+// Whether the side to move after `m` is in check: the check bit of a generated word says exactly
+// that, so the child need not test its king's square again.
+std::int32_t gives_check(Move m) { return (m & move_gives_check) ? 1 : 0; }
+
 } // namespace
 
 std::uint64_t quiescence_node_count = 0;
@@ -36,8 +40,8 @@ bool side_in_check(const Board &board)
     return attacked_by_white(board, first_square(board.black_king));
 }
 
-std::int32_t quiescence(
-    Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta, std::int32_t known_eval)
+std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+    std::int32_t known_eval, std::int32_t known_check)
 {
     quiescence_node_count++;
     poll_input();
@@ -48,7 +52,7 @@ std::int32_t quiescence(
     std::int32_t child_evals[max_moves];
 
     // In check: every evasion is searched, whatever the budget, and there is no stand-pat.
-    if (side_in_check(board)) {
+    if (known_check >= 0 ? known_check != 0 : side_in_check(board)) {
         MoveList list;
         list.count = 0;
         generate_moves(board, &list);
@@ -57,10 +61,11 @@ std::int32_t quiescence(
         for (int i = 0; i < list.count; i++) {
             poll_input();
             if (search_stop) return 0;
+            const Move m = list.moves[i];
             Board child = board;
-            apply_move(&child, list.moves[i]);
-            const std::int32_t score
-                = -quiescence(child, depth - 1, -beta, -alpha, negate_eval(child_evals[i]));
+            apply_move(&child, m);
+            const std::int32_t score = -quiescence(
+                child, depth - 1, -beta, -alpha, negate_eval(child_evals[i]), gives_check(m));
             if (score >= beta) return beta;
             if (score > alpha) alpha = score;
         }
@@ -71,15 +76,11 @@ std::int32_t quiescence(
         = known_eval != unknown_eval ? known_eval : evaluate(board, board.white_to_move, 0);
     if (stand_pat >= beta) return beta;
 
-    // One legal list serves both the captures and, later, the quiet checks; each keeps the
-    // generator's order.
-    MoveList all;
-    all.count = 0;
-    generate_moves(board, &all);
+    // The captures alone, in the generator's order; the full list is made only if quiet checks
+    // are wanted after them.
     MoveList list;
     list.count = 0;
-    for (int i = 0; i < all.count; i++)
-        if (all.moves[i] & move_capture) list.moves[list.count++] = all.moves[i];
+    generate_captures(board, &list);
     // No capture: the static score stands, below alpha too, and no quiet check is tried.
     if (list.count == 0) return stand_pat;
 
@@ -105,7 +106,7 @@ std::int32_t quiescence(
         Board child = board;
         apply_move(&child, m);
         const std::int32_t score
-            = -quiescence(child, depth, -beta, -best, negate_eval(child_evals[i]));
+            = -quiescence(child, depth, -beta, -best, negate_eval(child_evals[i]), gives_check(m));
         if (score >= beta) return beta;
         if (score > best) best = score;
     }
@@ -114,6 +115,9 @@ std::int32_t quiescence(
     if (stand_pat + check_margin < best) return best;
 
     // A few quiet checks, best first by evaluation; each spends one unit of the budget.
+    MoveList all;
+    all.count = 0;
+    generate_moves(board, &all);
     list.count = 0;
     for (int i = 0; i < all.count; i++) {
         const Move m = all.moves[i];
@@ -125,10 +129,11 @@ std::int32_t quiescence(
     for (int i = 0; i < list.count; i++) {
         poll_input();
         if (search_stop) return 0;
+        const Move m = list.moves[i];
         Board child = board;
-        apply_move(&child, list.moves[i]);
-        const std::int32_t score
-            = -quiescence(child, depth - 1, -beta, -best, negate_eval(child_evals[i]));
+        apply_move(&child, m);
+        const std::int32_t score = -quiescence(
+            child, depth - 1, -beta, -best, negate_eval(child_evals[i]), gives_check(m));
         if (score >= beta) return beta;
         if (score > best) best = score;
     }

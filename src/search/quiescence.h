@@ -15,9 +15,11 @@ extern std::uint64_t quiescence_node_count;
 // Score of `board` for its side to move, within the window (alpha, beta). `depth` is a budget
 // spent only by evasions and quiet checks; captures are free. Returns 0 at once when
 // search_stop is up. `known_eval`, when not unknown_eval, is evaluate of `board` for its side to
-// move, already worked out by the caller (the ordering of the parent's moves).
+// move, already worked out by the caller (the ordering of the parent's moves). `known_check` is
+// 1 or 0 when the caller knows whether the side to move is in check (the check bit of the move
+// that led here), -1 when it doesn't.
 std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
-    std::int32_t known_eval = INT32_MIN);
+    std::int32_t known_eval = INT32_MIN, std::int32_t known_check = -1);
 
 // True when the side to move in `board` is in check.
 bool side_in_check(const Board &board);

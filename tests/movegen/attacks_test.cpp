@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
@@ -246,6 +247,34 @@ TEST(Attacks, BitsBeyondAShortLineChangeNothing)
             EXPECT_EQ(antidiagonal_attacks[s][k], antidiagonal_attacks[s][k & a_mask])
                 << s << " " << k;
         }
+}
+
+// The one-look-up rook and bishop reach against the line look-ups: every blocker set on the
+// lines through every square, with random pieces elsewhere (the ends of the lines and the
+// square itself included). The slots of the squares follow one another and fill the table exactly.
+TEST(Attacks, SliderSlotsMatchTheLines)
+{
+    std::mt19937_64 random(5150);
+    std::uint32_t next = 0;
+    for (const slider_entry *entries : { rook_entries, bishop_entries })
+        for (int s = 0; s < 64; s++) {
+            const slider_entry &e = entries[s];
+            ASSERT_EQ(e.offset, next) << s;
+            ASSERT_EQ(64 - e.shift, std::uint32_t(std::popcount(e.mask))) << s;
+            next += std::uint32_t(1) << (64 - e.shift);
+            const bool rook = entries == rook_entries;
+            for_each_subset(e.mask, [&](Bitboard blockers) {
+                const Bitboard occ = blockers | (random() & ~e.mask);
+                if (rook)
+                    ASSERT_EQ(rook_attacks(s, occ), rank_lookup(s, occ) | file_lookup(s, occ))
+                        << s << " " << occ;
+                else
+                    ASSERT_EQ(bishop_attacks(s, occ),
+                        diagonal_lookup(s, occ) | antidiagonal_lookup(s, occ))
+                        << s << " " << occ;
+            });
+        }
+    EXPECT_EQ(next, std::uint32_t(rook_slot_count + bishop_slot_count));
 }
 
 } // namespace

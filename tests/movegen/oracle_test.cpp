@@ -192,4 +192,33 @@ TEST(Oracle, RandomPlacements)
     EXPECT_GT(fast, boards / 3);
 }
 
+// Crowded boards with more legal moves than a list holds: the full list keeps its first slots,
+// and the captures are those among them, however the captures alone are found.
+TEST(Oracle, CrowdedBoardsKeepTheSameCaptures)
+{
+    std::mt19937_64 random(9191);
+    // A ring of queens round an enemy king that knights shield from check.
+    const Board rings[2] = { fen("QQQQQQnk/Q5nn/Q4Q1Q/Q6Q/Q6Q/Q6Q/Q6Q/KQQQQQQQ w - - 0 1"),
+        fen("kqqqqqqq/q6q/q6q/q6q/q6q/q4q1q/q5NN/qqqqqqNK b - - 0 1") };
+    const int boards = 300;
+    int crowded = 0;
+    for (int i = 0; i < boards; i++) {
+        Board b = rings[i % 2];
+        // A few enemy pieces inside the ring, for the queens to take.
+        const bool white = b.white_to_move;
+        Bitboard *victims[3] = { white ? &b.black_rooks : &b.white_rooks,
+            white ? &b.black_knights : &b.white_knights, white ? &b.black_pawns : &b.white_pawns };
+        const int count = 1 + int(random() % 8);
+        for (int v = 0; v < count; v++) {
+            const int s = 8 * (1 + int(random() % 6)) + 1 + int(random() % 6);
+            if ((white_set(b) | black_set(b)) & square_bit(s)) continue;
+            *victims[random() % 3] |= square_bit(s);
+        }
+        if (oracle_list(b, false).size() == std::size_t(max_moves)) crowded++;
+        ASSERT_EQ(engine_list(b, true), oracle_list(b, true)) << i;
+    }
+    // Enough of them must fill the list for the cut to be tested.
+    EXPECT_GT(crowded, boards / 5);
+}
+
 } // namespace

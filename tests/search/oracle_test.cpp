@@ -97,19 +97,26 @@ TEST(Oracle, QuiescenceScoresAlike)
         handle_command("position startpos");
         Board board = current_board;
         const int plies = 6 + int(rng() % 50);
+        // The check bit of the last move played: what a parent hands down as known.
+        std::int32_t check = -1;
         for (int i = 0; i < plies; i++) {
             MoveList list;
             list.count = 0;
             generate_moves(board, &list);
             if (list.count == 0) break;
-            apply_move(&board, list.moves[rng() % unsigned(list.count)]);
+            const Move m = list.moves[rng() % unsigned(list.count)];
+            apply_move(&board, m);
+            check = (m & move_gives_check) ? 1 : 0;
         }
         const std::int32_t alpha = std::int32_t(rng() % 801) - 400;
         const std::int32_t beta = alpha + 1 + std::int32_t(rng() % 400);
-        for (int budget : { 0, 4, 6 })
-            EXPECT_EQ(quiescence(board, budget, alpha, beta),
-                literal::quiescence(board, budget, alpha, beta))
+        for (int budget : { 0, 4, 6 }) {
+            const std::int32_t expected = literal::quiescence(board, budget, alpha, beta);
+            EXPECT_EQ(quiescence(board, budget, alpha, beta), expected)
                 << "position " << n << " budget " << budget;
+            EXPECT_EQ(quiescence(board, budget, alpha, beta, INT32_MIN, check), expected)
+                << "position " << n << " budget " << budget << " check " << check;
+        }
     }
 }
 
