@@ -128,6 +128,35 @@ int fill_terms(const Board &board, term_values &terms)
     return in.phase;
 }
 
+// White's weighted sum less black's, over the terms that count in `phase`: the phase table is
+// read while compiling, so the inactive terms are neither written nor read.
+template <int phase, std::size_t... t>
+std::int32_t weighed_difference(const term_values &terms, std::index_sequence<t...>)
+{
+    return (
+        (term_active[t][phase] ? term_weight[t] * (terms.value[white][t] - terms.value[black][t])
+                               : 0)
+        + ...);
+}
+
+template <int phase> std::int32_t white_view(const eval_input &in)
+{
+    term_values terms; // each term is written by its family before it is read
+    terms.value[white][material] = in.material[white];
+    terms.value[black][material] = in.material[black];
+    fill_terms<phase>(in, terms);
+    return weighed_difference<phase>(terms, std::make_index_sequence<term_count>());
+}
+
+// The score from white's side, without the breakdown.
+std::int32_t white_view(const Board &board)
+{
+    const eval_input in = derive(board);
+    if (in.phase == opening) return white_view<opening>(in);
+    if (in.phase == middlegame) return white_view<middlegame>(in);
+    return white_view<ending>(in);
+}
+
 } // namespace
 
 breakdown evaluate_terms(const Board &board)
@@ -147,17 +176,14 @@ breakdown evaluate_terms(const Board &board)
 std::int32_t evaluate(Board board, int side, int report)
 {
     using namespace eval;
-    std::int32_t white_view = 0;
+    std::int32_t score = 0;
     if (report) {
         const breakdown scores = evaluate_terms(board);
         print_report(scores);
-        white_view = scores.total[white] - scores.total[black];
+        score = scores.total[white] - scores.total[black];
     } else {
         // The same sum, weighed once over the differences of the two colours' terms.
-        term_values terms {};
-        fill_terms(board, terms);
-        for (int t = 0; t < term_count; t++)
-            white_view += term_weight[t] * (terms.value[white][t] - terms.value[black][t]);
+        score = white_view(board);
     }
-    return side ? white_view : -white_view;
+    return side ? score : -score;
 }
