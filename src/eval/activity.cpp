@@ -32,19 +32,19 @@ template <int us> void mobility_terms(const eval_input &in, term_values &out)
     const Bitboard own = in.pieces[us], enemy = in.pieces[them];
     const piece_reach &reach = in.reach[us];
     set_counts rooks, bishops, knights, queens;
-    const int rook_count = square_count(in.rooks[us]);
+    const int rook_count = in.rook_count[us];
     for (int n = 0; n < rook_count; n++) {
         rooks.add(reach.rook_rank[n], own, enemy);
         rooks.add(reach.rook_file[n], own, enemy);
     }
-    const int bishop_count = square_count(in.bishops[us]);
+    const int bishop_count = in.bishop_count[us];
     for (int n = 0; n < bishop_count; n++) {
         bishops.add(reach.bishop_diagonal[n], own, enemy);
         bishops.add(reach.bishop_antidiagonal[n], own, enemy);
     }
-    const int knight_count = square_count(in.knights[us]);
+    const int knight_count = in.knight_count[us];
     for (int n = 0; n < knight_count; n++) knights.add(reach.knight[n], own, enemy);
-    const int queen_count = square_count(in.queens[us]);
+    const int queen_count = in.queen_count[us];
     for (int n = 0; n < queen_count; n++) queens.add(reach.queen[n], own, enemy);
     std::int32_t *value = out.value[us];
     value[rook_mobility] = rooks.own;

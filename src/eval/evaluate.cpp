@@ -21,9 +21,8 @@ namespace {
 // Material of one colour: pawn 100, rook 500, knight 300, bishop 320, queen 900; the king none.
 std::int32_t material_of(const eval_input &in, int us)
 {
-    return 100 * square_count(in.pawns[us]) + 500 * square_count(in.rooks[us])
-        + 300 * square_count(in.knights[us]) + 320 * square_count(in.bishops[us])
-        + 900 * square_count(in.queens[us]);
+    return 100 * square_count(in.pawns[us]) + 500 * in.rook_count[us] + 300 * in.knight_count[us]
+        + 320 * in.bishop_count[us] + 900 * in.queen_count[us];
 }
 
 // The facts every term reads, from the twelve sets and the castling flags.
@@ -47,6 +46,12 @@ eval_input derive(const Board &b)
     in.all = in.pieces[white] | in.pieces[black];
     in.king_square[white] = first_square(b.white_king);
     in.king_square[black] = first_square(b.black_king);
+    for (int us = white; us <= black; us++) {
+        in.rook_count[us] = square_count(in.rooks[us]);
+        in.knight_count[us] = square_count(in.knights[us]);
+        in.bishop_count[us] = square_count(in.bishops[us]);
+        in.queen_count[us] = square_count(in.queens[us]);
+    }
     in.castling[white] = b.white_oo || b.white_ooo;
     in.castling[black] = b.black_oo || b.black_ooo;
     in.material[white] = material_of(in, white);

@@ -31,7 +31,7 @@ template <int us> void pawn_structure_terms(const eval_input &in, term_values &o
 // Two bishops or more, whatever the colours of their squares.
 template <int us> void bishop_pair_terms(const eval_input &in, term_values &out)
 {
-    out.value[us][bishop_pair_bonus] = square_count(in.bishops[us]) >= 2 ? 18 : 0;
+    out.value[us][bishop_pair_bonus] = in.bishop_count[us] >= 2 ? 18 : 0;
 }
 
 // A knight on the board's rim: 7 on an edge, 12 in a corner.
