@@ -23,21 +23,12 @@ template <int us> int fast_attacked_by(Board board, int square)
     const Bitboard queens = us == white ? board.white_queens : board.black_queens;
     const Bitboard pawns = us == white ? board.white_pawns : board.black_pawns;
     const Bitboard target = square_bit(square);
-    const int file = square_file(square);
 
     if (knight_attacks[square] & knights) return 1;
     if (king_neighbours(first_square(king)) & target) return 1;
     if (bishop_attacks(square, all) & (bishops | queens)) return 1;
     if (rook_attacks(square, all) & (rooks | queens)) return 1;
-    if constexpr (us == white) {
-        if (square < 16) return 0;
-        return ((pawns & square_bit(square - 7)) && file < 7)
-            || ((pawns & square_bit(square - 9)) && file != 0);
-    } else {
-        if (square > 47) return 0;
-        return ((pawns & square_bit(square + 7)) && file != 0)
-            || ((pawns & square_bit(square + 9)) && file < 7);
-    }
+    return pawn_strikes<us == white>(pawns, square);
 }
 
 // A piece on p attacks s exactly when the same look-up from s meets p, with the same

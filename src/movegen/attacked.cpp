@@ -36,17 +36,7 @@ template <bool white> int attacked_by(const Board &b, int square)
     if (rook_attacks(square, all) & rooks) return 1;
     if (bishop_attacks(square, all) & bishops) return 1;
 
-    // A pawn attacks diagonally forward; none stands behind its own second rank.
-    const int file = square_file(square);
-    if constexpr (white) {
-        if (square < 16) return 0;
-        return ((pawns & square_bit(square - 7)) && file < 7)
-            || ((pawns & square_bit(square - 9)) && file != 0);
-    } else {
-        if (square > 47) return 0;
-        return ((pawns & square_bit(square + 7)) && file != 0)
-            || ((pawns & square_bit(square + 9)) && file < 7);
-    }
+    return pawn_strikes<white>(pawns, square);
 }
 
 template <bool white_slider> int king_line_attacked(const Board &b, int square, int direction)

@@ -177,3 +177,21 @@ inline Bitboard bishop_attacks(int square, Bitboard occupied)
     const slider_entry &e = bishop_entries[square];
     return slider_slots[e.offset + ((occupied & e.mask) * e.multiplier >> e.shift)];
 }
+
+// 1 when a pawn of `pawns` (white pawns when `white`, else black ones) strikes `square`
+// (0..63): pawns strike one rank forward on the two neighbouring files. No square of the first
+// two ranks counts as struck by a white pawn, none of the last two by a black one: a pawn of a
+// real game never stands on its own first rank.
+template <bool white> inline int pawn_strikes(Bitboard pawns, int square)
+{
+    const int file = square_file(square);
+    if constexpr (white) {
+        if (square < 16) return 0;
+        return ((pawns & square_bit(square - 7)) && file < 7)
+            || ((pawns & square_bit(square - 9)) && file != 0);
+    } else {
+        if (square > 47) return 0;
+        return ((pawns & square_bit(square + 7)) && file != 0)
+            || ((pawns & square_bit(square + 9)) && file < 7);
+    }
+}
