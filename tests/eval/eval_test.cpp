@@ -8,7 +8,7 @@
 
 #include "evaluate.h"
 #include "fast_attacked.h"
-#include "fen.h"
+#include "helpers.h"
 #include "king_safety.h"
 #include "random_boards.h"
 #include "reference_eval.h"
@@ -20,8 +20,6 @@ namespace {
 using namespace eval;
 
 constexpr const char *start_fen = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
-
-Board fen(const char *text) { return parse_fen(text); }
 
 std::int32_t term_of(const Board &b, int colour, term t)
 {

@@ -8,17 +8,9 @@
 #include <random>
 
 #include "attacks.h"
+#include "helpers.h"
 
 namespace {
-
-constexpr int sq(const char *name) { return (name[1] - '1') * 8 + (name[0] - 'a'); }
-
-Bitboard set_of(std::initializer_list<const char *> names)
-{
-    Bitboard set = 0;
-    for (const char *n : names) set |= square_bit(sq(n));
-    return set;
-}
 
 // Squares reached from `square` stepping (df, dr) until the edge or the first piece of `occupied`.
 Bitboard walk(int square, int df, int dr, Bitboard occupied)

@@ -25,14 +25,6 @@ MoveList captures(const char *text)
     return list;
 }
 
-// The completed word of the move written `move` in `list`, 0 if it is not there.
-Move word_of(const MoveList &list, const char *move)
-{
-    for (int i = 0; i < list.count; i++)
-        if (text_of(list.moves[i]) == move) return list.moves[i];
-    return 0;
-}
-
 TEST(Legal, StartPosition)
 {
     const MoveList list = legal("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");

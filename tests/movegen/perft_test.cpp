@@ -13,7 +13,7 @@
 
 namespace {
 
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
 constexpr std::uint64_t leaf_budget = 500000;
 #else
 constexpr std::uint64_t leaf_budget = 5000000;
