@@ -211,36 +211,6 @@ TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
     }
 }
 
-// Whole-board occupancies: pieces off a slider's lines change nothing.
-TEST(Attacks, RandomBoardsMatchTheWalk)
-{
-    std::mt19937_64 random(20240611);
-    for (int i = 0; i < 4000; i++) {
-        Bitboard occ = random() & random();
-        if (i & 1) occ &= random();
-        for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(rook_attacks(s, occ), walk_rank(s, occ) | walk_file(s, occ)) << s;
-            ASSERT_EQ(bishop_attacks(s, occ), walk_diagonal(s, occ) | walk_antidiagonal(s, occ))
-                << s;
-        }
-    }
-}
-
-// Rows of the short diagonals: index bits beyond the line's ends change nothing.
-TEST(Attacks, BitsBeyondAShortLineChangeNothing)
-{
-    for (int s = 0; s < 64; s++)
-        for (int k = 0; k < 64; k++) {
-            const int f = square_file(s), r = square_rank(s);
-            const int d_inner = 6 - std::abs(f - r), a_inner = 6 - std::abs(f + r - 7);
-            const int d_mask = d_inner > 0 ? (1 << d_inner) - 1 : 0;
-            const int a_mask = a_inner > 0 ? (1 << a_inner) - 1 : 0;
-            EXPECT_EQ(diagonal_attacks[s][k], diagonal_attacks[s][k & d_mask]) << s << " " << k;
-            EXPECT_EQ(antidiagonal_attacks[s][k], antidiagonal_attacks[s][k & a_mask])
-                << s << " " << k;
-        }
-}
-
 // The one-look-up rook and bishop reach against the line look-ups: every blocker set on the
 // lines through every square, with random pieces elsewhere (the ends of the lines and the
 // square itself included). The slots of the squares follow one another and fill the table exactly.

@@ -182,20 +182,4 @@ TEST(Generate, CastlingConditions)
     EXPECT_TRUE(has(fresh_words(fen("r3k2r/8/8/8/8/8/8/1R2K3 b kq - 0 1")), black_ooo_word));
 }
 
-TEST(Generate, OccupantTables)
-{
-    fresh_words(fen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1"));
-    fill_white_occupants();
-    fill_black_occupants();
-    const std::uint8_t back_rank[8] = { rook, knight, bishop, queen, king, bishop, knight, rook };
-    for (int file = 0; file < 8; file++) {
-        EXPECT_EQ(white_occupants[file], back_rank[file]);
-        EXPECT_EQ(white_occupants[8 + file], pawn);
-        EXPECT_EQ(white_occupants[48 + file], 0);
-        EXPECT_EQ(black_occupants[56 + file], back_rank[file]);
-        EXPECT_EQ(black_occupants[48 + file], pawn);
-        EXPECT_EQ(black_occupants[16 + file], 0);
-    }
-}
-
 } // namespace
