@@ -201,8 +201,10 @@ def case_odd_go_arguments(path):
 
 def case_garbled_boards(path):
     e = Engine(path)
+    # Without exactly one king of each colour the answer comes at once.
     for fen in ["8/8/8/8/8/8/8/8 w - - 0 1", "k7/8/8/8/8/8/8/KK6 w - - 0 1",
-                "8/8/8/8 w - -", "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
+                "8/8/8/8/8/8/8/K7 b - - 0 1", "kk6/8/8/8/8/8/8/K7 w - - 0 1", "8/8/8/8 w - -",
+                "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
         e.send("position fen %s\n" % fen)
         infos, best, _ = e.search("go depth 4", 5)
         expect(infos == [] and best == "bestmove 0000\r\n", (fen, infos, best))
