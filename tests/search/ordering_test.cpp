@@ -135,32 +135,4 @@ TEST_F(OrderMoves, EvaluationsHandedOutMatchTheSort)
     }
 }
 
-TEST(OrderByEvaluation, SortsByTheScoreAfterTheMoveStably)
-{
-    handle_command("position startpos moves e2e4");
-    MoveList list;
-    list.count = 0;
-    generate_moves(current_board, &list);
-    MoveList sorted = list;
-    std::int32_t evals[max_moves];
-    order_by_evaluation(current_board, &sorted, evals);
-    ASSERT_EQ(sorted.count, list.count);
-    for (int i = 0; i < sorted.count; i++) {
-        Board child = current_board;
-        apply_move(&child, sorted.moves[i]);
-        // From the mover's side: black here.
-        EXPECT_EQ(evals[i], evaluate(child, 0, 0));
-        if (i > 0) {
-            EXPECT_GE(evals[i - 1], evals[i]);
-            if (evals[i - 1] == evals[i]) {
-                // Equal scores keep the generator's order.
-                const auto pos = [&](Move m) {
-                    return std::find(list.moves, list.moves + list.count, m) - list.moves;
-                };
-                EXPECT_LT(pos(sorted.moves[i - 1]), pos(sorted.moves[i]));
-            }
-        }
-    }
-}
-
 } // namespace
