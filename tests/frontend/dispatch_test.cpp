@@ -3,17 +3,7 @@
 
 #include "apply.h"
 #include "capture.h"
-#include "engine.h"
 #include "fen.h"
-
-namespace {
-
-struct engine_environment : testing::Environment {
-    void SetUp() override { engine_init(); }
-};
-const auto *environment = testing::AddGlobalTestEnvironment(new engine_environment);
-
-} // namespace
 
 TEST(Dispatch, UciIsreadyAndQuit)
 {

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "capture.h"
-#include "engine.h"
 #include "zobrist.h"
 
 namespace {
@@ -51,11 +50,6 @@ std::string random_line(std::mt19937 &random)
     }
     return line;
 }
-
-struct engine_environment : testing::Environment {
-    void SetUp() override { engine_init(); }
-};
-const auto *environment = testing::AddGlobalTestEnvironment(new engine_environment);
 
 } // namespace
 

@@ -1,24 +1,15 @@
 // Attack tables: the fixed values, and every look-up against a slow walk along the rays.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <random>
 
 #include "attacks.h"
+#include "helpers.h"
 
 namespace {
-
-constexpr int sq(const char *name) { return (name[1] - '1') * 8 + (name[0] - 'a'); }
-
-Bitboard set_of(std::initializer_list<const char *> names)
-{
-    Bitboard set = 0;
-    for (const char *n : names) set |= square_bit(sq(n));
-    return set;
-}
 
 // Squares reached from `square` stepping (df, dr) until the edge or the first piece of `occupied`.
 Bitboard walk(int square, int df, int dr, Bitboard occupied)
@@ -161,45 +152,6 @@ TEST(Attacks, DiagonalEntries)
     EXPECT_EQ(antidiagonal_attacks[sq("f5")][2], set_of({ "e6", "g4", "h3" }));
 }
 
-// The masks hold the line less its two ends, and the product puts index bit j on bit 57 + j of
-// the product, with nothing on bit 63.
-TEST(Attacks, MasksGatherTheInnerSquares)
-{
-    constexpr Bitboard board_inside = 0x007E7E7E7E7E7E00ULL;
-    constexpr Bitboard first_and_last_rank = 0xFF000000000000FFULL;
-    for (int s = 0; s < 64; s++) {
-        const int f = square_file(s), r = square_rank(s);
-        const int d = 7 - r + f, a = f + r;
-        EXPECT_EQ(rank_inner_mask[r], whole_line(s, 1, 0) & 0x7EULL << (8 * r)) << s;
-        EXPECT_EQ(file_inner_mask[f], whole_line(s, 0, 1) & ~first_and_last_rank) << s;
-        EXPECT_EQ(diagonal_inner_mask[d], whole_line(s, 1, 1) & board_inside) << s;
-        EXPECT_EQ(antidiagonal_inner_mask[a], whole_line(s, 1, -1) & board_inside) << s;
-        EXPECT_EQ((file_inner_mask[f] * file_multiplier[f]) >> 63, 0u);
-        EXPECT_EQ((diagonal_inner_mask[d] * diagonal_multiplier[d]) >> 63, 0u);
-        EXPECT_EQ((antidiagonal_inner_mask[a] * antidiagonal_multiplier[a]) >> 63, 0u);
-        for (int j = 0; j < 6; j++) {
-            const std::uint64_t bit = std::uint64_t(1) << j;
-            // Files count from the eighth-rank side.
-            const int file_square = (6 - j) * 8 + f;
-            EXPECT_EQ(
-                ((square_bit(file_square) & file_inner_mask[f]) * file_multiplier[f]) >> 57, bit);
-            // Diagonals count from the a-file side.
-            const int df = j + 1 + std::max(0, f - r), dr = df - (f - r);
-            if (dr >= 1 && dr <= 6 && df <= 6) {
-                const Bitboard x = square_bit(dr * 8 + df);
-                EXPECT_TRUE(x & diagonal_inner_mask[d]);
-                EXPECT_EQ((x * diagonal_multiplier[d]) >> 57, bit) << s << " " << j;
-            }
-            const int af = j + 1 + std::max(0, f + r - 7), ar = f + r - af;
-            if (ar >= 1 && ar <= 6 && af <= 6) {
-                const Bitboard x = square_bit(ar * 8 + af);
-                EXPECT_TRUE(x & antidiagonal_inner_mask[a]);
-                EXPECT_EQ((x * antidiagonal_multiplier[a]) >> 57, bit) << s << " " << j;
-            }
-        }
-    }
-}
-
 // Exhaustive: every square, every occupancy of each line through it.
 TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
 {
@@ -217,36 +169,6 @@ TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
             ASSERT_EQ(antidiagonal_lookup(s, occ), walk_antidiagonal(s, occ)) << s << " " << occ;
         });
     }
-}
-
-// Whole-board occupancies: pieces off a slider's lines change nothing.
-TEST(Attacks, RandomBoardsMatchTheWalk)
-{
-    std::mt19937_64 random(20240611);
-    for (int i = 0; i < 4000; i++) {
-        Bitboard occ = random() & random();
-        if (i & 1) occ &= random();
-        for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(rook_attacks(s, occ), walk_rank(s, occ) | walk_file(s, occ)) << s;
-            ASSERT_EQ(bishop_attacks(s, occ), walk_diagonal(s, occ) | walk_antidiagonal(s, occ))
-                << s;
-        }
-    }
-}
-
-// Rows of the short diagonals: index bits beyond the line's ends change nothing.
-TEST(Attacks, BitsBeyondAShortLineChangeNothing)
-{
-    for (int s = 0; s < 64; s++)
-        for (int k = 0; k < 64; k++) {
-            const int f = square_file(s), r = square_rank(s);
-            const int d_inner = 6 - std::abs(f - r), a_inner = 6 - std::abs(f + r - 7);
-            const int d_mask = d_inner > 0 ? (1 << d_inner) - 1 : 0;
-            const int a_mask = a_inner > 0 ? (1 << a_inner) - 1 : 0;
-            EXPECT_EQ(diagonal_attacks[s][k], diagonal_attacks[s][k & d_mask]) << s << " " << k;
-            EXPECT_EQ(antidiagonal_attacks[s][k], antidiagonal_attacks[s][k & a_mask])
-                << s << " " << k;
-        }
 }
 
 // The one-look-up rook and bishop reach against the line look-ups: every blocker set on the

@@ -25,20 +25,83 @@ MoveList captures(const char *text)
     return list;
 }
 
-// The completed word of the move written `move` in `list`, 0 if it is not there.
-Move word_of(const MoveList &list, const char *move)
+struct count_case {
+    const char *fen;
+    int moves, captures; // captures -1: not looked at
+};
+
+const count_case count_cases[] = {
+    { "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", 20, 0 },
+    // Mate and stalemate.
+    { "rnb1kbnr/pppp1ppp/8/4p3/6Pq/5P2/PPPPP2P/RNBQKBNR w KQkq - 1 3", 0, 0 },
+    { "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", 0, 0 },
+    // The most moves a legal position has fills the list exactly.
+    { "R6R/3Q4/1Q4Q1/4Q3/2Q4Q/Q4Q2/pp1Q4/kBNN1KB1 w - - 0 1", max_moves, -1 },
+    // Without a king of the side to move no move can uncover it; without the enemy king none
+    // checks. Nothing reads a table at square 64.
+    { "8/8/8/8/8/8/8/R7 w - - 0 1", 14, 0 },
+    { "4k3/8/8/8/8/8/8/R7 w - - 0 1", 14, 0 },
+    { "4k3/8/8/8/8/8/8/R7 b - - 0 1", 5, 0 },
+    { "8/8/8/8/8/8/8/8 w - - 0 1", 0, 0 },
+    { "8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1", 2, 1 },
+    { "", 0, 0 },
+};
+
+TEST(Legal, Counts)
 {
-    for (int i = 0; i < list.count; i++)
-        if (text_of(list.moves[i]) == move) return list.moves[i];
-    return 0;
+    for (const count_case &c : count_cases) {
+        EXPECT_EQ(legal(c.fen).count, c.moves) << c.fen;
+        if (c.captures >= 0) { EXPECT_EQ(captures(c.fen).count, c.captures) << c.fen; }
+    }
 }
 
-TEST(Legal, StartPosition)
+struct list_case {
+    const char *fen;
+    texts_t moves;
+};
+
+const list_case list_cases[] = {
+    // A pinned knight has no moves; on the line with its king but nothing behind it, every jump
+    // stays.
+    { "4r2k/8/8/8/8/8/4N3/4K3 w - - 0 1", { "e1d1", "e1f1", "e1d2", "e1f2" } },
+    { "7k/8/8/8/8/8/4N3/4K3 w - - 0 1",
+        { "e2c1", "e2g1", "e2c3", "e2g3", "e2d4", "e2f4", "e1d1", "e1f1", "e1d2", "e1f2" } },
+    // A bishop pinned on a diagonal may slide along it and take the pinner.
+    { "7k/8/8/8/q7/8/2B5/3K4 w - - 0 1", { "c2b3", "c2a4", "d1c1", "d1e1", "d1d2", "d1e2" } },
+    // Out of check: interpose, take the checker, or step aside; in double check only the king.
+    { "4r2k/8/5N2/8/8/8/R7/4K2B w - - 0 1",
+        { "a2e2", "f6e4", "f6e8", "h1e4", "e1d1", "e1f1", "e1d2", "e1f2" } },
+    { "4r2k/8/8/8/8/5n2/R7/4K2B w - - 0 1", { "e1d1", "e1f1", "e1f2" } },
+};
+
+TEST(Legal, Lists)
 {
-    const MoveList list = legal("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");
-    EXPECT_EQ(list.count, 20);
-    EXPECT_EQ(word_of(list, "e2e4"), 0x0400070Cu);
-    EXPECT_EQ(captures("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1").count, 0);
+    for (const list_case &c : list_cases) EXPECT_EQ(texts_of(legal(c.fen)), c.moves) << c.fen;
+}
+
+struct presence_case {
+    const char *fen;
+    const char *move;
+    bool legal;
+};
+
+const presence_case presence_cases[] = {
+    // Both pawns of an en-passant capture leave the rank, so a rook behind them checks.
+    { "7k/8/8/KPp4r/8/8/8/8 w - c6 0 1", "b5c6", false },
+    { "7k/8/8/KPp4r/8/8/8/8 w - c6 0 1", "b5b6", true },
+    { "8/8/8/8/R4pPk/8/8/K7 b - g3 0 1", "f4g3", false },
+    { "8/8/8/8/R4pPk/8/8/K7 b - g3 0 1", "f4f3", true },
+    // The captured pawn stood on a diagonal of the king that no moving piece starts on.
+    { "8/k7/8/8/3Pp3/8/8/4K1B1 b - d3 0 1", "e4d3", false },
+    { "8/k7/8/8/3Pp3/8/8/4K1B1 b - d3 0 1", "e4e3", true },
+    { "4k1b1/8/8/3pP3/8/8/K7/8 w - d6 0 1", "e5d6", false },
+    { "4k1b1/8/8/3pP3/8/8/K7/8 w - d6 0 1", "e5e6", true },
+};
+
+TEST(Legal, EnPassantThatUncoversTheKing)
+{
+    for (const presence_case &c : presence_cases)
+        EXPECT_EQ(word_of(legal(c.fen), c.move) != 0, c.legal) << c.fen << " " << c.move;
 }
 
 TEST(Legal, PinnedRookMovesAlongItsLine)
@@ -51,56 +114,14 @@ TEST(Legal, PinnedRookMovesAlongItsLine)
     EXPECT_EQ(word_of(list, "e2e8"), 0x48300F0Cu);
 }
 
-TEST(Legal, PinnedKnightHasNoMoves)
-{
-    EXPECT_EQ(texts_of(legal("4r2k/8/8/8/8/8/4N3/4K3 w - - 0 1")),
-        (texts_t { "e1d1", "e1f1", "e1d2", "e1f2" }));
-    // On the line with its king but nothing behind it: every jump stays.
-    EXPECT_EQ(texts_of(legal("7k/8/8/8/8/8/4N3/4K3 w - - 0 1")),
-        (texts_t {
-            "e2c1", "e2g1", "e2c3", "e2g3", "e2d4", "e2f4", "e1d1", "e1f1", "e1d2", "e1f2" }));
-    // A bishop pinned on a diagonal may slide along it and take the pinner.
-    EXPECT_EQ(texts_of(legal("7k/8/8/8/q7/8/2B5/3K4 w - - 0 1")),
-        (texts_t { "c2b3", "c2a4", "d1c1", "d1e1", "d1d2", "d1e2" }));
-}
-
-// Both pawns of an en-passant capture leave the rank, so a rook behind them checks.
-TEST(Legal, EnPassantAlongTheRank)
-{
-    const MoveList list = legal("7k/8/8/KPp4r/8/8/8/8 w - c6 0 1");
-    EXPECT_EQ(word_of(list, "b5c6"), 0u);
-    EXPECT_NE(word_of(list, "b5b6"), 0u);
-    const MoveList black = legal("8/8/8/8/R4pPk/8/8/K7 b - g3 0 1");
-    EXPECT_EQ(word_of(black, "f4g3"), 0u);
-    EXPECT_NE(word_of(black, "f4f3"), 0u);
-}
-
-// The captured pawn stood on a diagonal of the king that no moving piece starts on.
-TEST(Legal, EnPassantOffTheDiagonal)
-{
-    const MoveList black = legal("8/k7/8/8/3Pp3/8/8/4K1B1 b - d3 0 1");
-    EXPECT_EQ(word_of(black, "e4d3"), 0u);
-    EXPECT_NE(word_of(black, "e4e3"), 0u);
-    const MoveList white = legal("4k1b1/8/8/3pP3/8/8/K7/8 w - d6 0 1");
-    EXPECT_EQ(word_of(white, "e5d6"), 0u);
-    EXPECT_NE(word_of(white, "e5e6"), 0u);
-}
-
-TEST(Legal, OutOfCheck)
-{
-    // Interpose, take the checker, or step aside.
-    EXPECT_EQ(texts_of(legal("4r2k/8/5N2/8/8/8/R7/4K2B w - - 0 1")),
-        (texts_t { "a2e2", "f6e4", "f6e8", "h1e4", "e1d1", "e1f1", "e1d2", "e1f2" }));
-    // Double check: only the king moves.
-    EXPECT_EQ(texts_of(legal("4r2k/8/8/8/8/5n2/R7/4K2B w - - 0 1")),
-        (texts_t { "e1d1", "e1f1", "e1f2" }));
-    // Taking the checking pawn en passant ends the check.
-    const MoveList ep = legal("8/8/8/4k3/4pP2/8/8/4K3 b - f3 0 1");
-    EXPECT_EQ(word_of(ep, "e4f3"), 0x0460055Cu);
-}
-
 TEST(Legal, CompletedWords)
 {
+    EXPECT_EQ(word_of(legal("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1"), "e2e4"),
+        0x0400070Cu);
+    // A check needs only the enemy king.
+    EXPECT_TRUE(word_of(legal("4k3/8/8/8/8/8/8/R7 w - - 0 1"), "a1a8") & move_gives_check);
+    // Taking the checking pawn en passant ends the check.
+    EXPECT_EQ(word_of(legal("8/8/8/4k3/4pP2/8/8/4K3 b - f3 0 1"), "e4f3"), 0x0460055Cu);
     EXPECT_EQ(word_of(legal("4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1"), "e5d6"), 0x04600AE4u);
     const MoveList promotions = legal("1n2k3/P7/8/8/8/8/8/4K3 w - - 0 1");
     EXPECT_EQ(word_of(promotions, "a7b8q"), 0x64B06E70u);
@@ -121,16 +142,6 @@ TEST(Legal, CompletedWords)
     EXPECT_EQ(word_of(legal("4k3/8/8/8/8/8/8/3rK3 w - - 0 1"), "e1d1"), 0x542000C4u);
 }
 
-TEST(Legal, NoMoves)
-{
-    const char *mate = "rnb1kbnr/pppp1ppp/8/4p3/6Pq/5P2/PPPPP2P/RNBQKBNR w KQkq - 1 3";
-    const char *stalemate = "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1";
-    EXPECT_EQ(legal(mate).count, 0);
-    EXPECT_EQ(captures(mate).count, 0);
-    EXPECT_EQ(legal(stalemate).count, 0);
-    EXPECT_EQ(captures(stalemate).count, 0);
-}
-
 TEST(Legal, CapturesKeepOrder)
 {
     const char *kiwipete = "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
@@ -143,12 +154,6 @@ TEST(Legal, CapturesKeepOrder)
     EXPECT_EQ(taken.count, 8);
     // En passant counts as a capture, a quiet promotion does not.
     EXPECT_EQ(texts_of(captures("4k3/P7/8/3pP3/8/8/8/4K3 w - d6 0 1")), texts_t { "e5d6" });
-}
-
-// The most moves a legal position has fills the list exactly.
-TEST(Legal, FullList)
-{
-    EXPECT_EQ(legal("R6R/3Q4/1Q4Q1/4Q3/2Q4Q/Q4Q2/pp1Q4/kBNN1KB1 w - - 0 1").count, max_moves);
 }
 
 // Far more pseudo-legal moves than slots: the list keeps the first legal ones and writes no
@@ -187,20 +192,6 @@ TEST(Legal, CrowdedBoardsStayInBounds)
     list.count = 100000;
     generate_moves(start_board, &list);
     EXPECT_EQ(list.count, 20);
-}
-
-// Without a king of the side to move no move can uncover it; without the enemy king none
-// checks. Nothing reads a table at square 64.
-TEST(Legal, MissingKings)
-{
-    EXPECT_EQ(texts_of(legal("8/8/8/8/8/8/8/R7 w - - 0 1")).size(), 14u);
-    const MoveList no_white_king = legal("4k3/8/8/8/8/8/8/R7 w - - 0 1");
-    EXPECT_EQ(no_white_king.count, 14);
-    EXPECT_TRUE(word_of(no_white_king, "a1a8") & move_gives_check);
-    EXPECT_EQ(legal("4k3/8/8/8/8/8/8/R7 b - - 0 1").count, 5);
-    EXPECT_EQ(legal("8/8/8/8/8/8/8/8 w - - 0 1").count, 0);
-    EXPECT_EQ(legal("8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1").count, 2);
-    EXPECT_EQ(legal("").count, 0);
 }
 
 // A castling right is lost only by a king move or a rook move from its corner. A rook that

@@ -14,7 +14,7 @@
 
 namespace {
 
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
 constexpr std::uint64_t node_budget = 3000;
 #else
 constexpr std::uint64_t node_budget = 50000;
@@ -83,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(Positions, OracleTree, testing::ValuesIn(perft_cases())
 TEST(Oracle, RandomGames)
 {
     std::mt19937 random(12345);
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
     const int games = 20;
 #else
     const int games = 200;
@@ -105,7 +105,7 @@ TEST(Oracle, RandomGames)
 TEST(Oracle, GarbledBoards)
 {
     std::mt19937_64 random(777);
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
     const int boards = 2000;
 #else
     const int boards = 20000;
@@ -140,7 +140,7 @@ TEST(Oracle, GarbledBoards)
 TEST(Oracle, RandomPlacements)
 {
     std::mt19937_64 random(4242);
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
     const int boards = 2000;
 #else
     const int boards = 40000;

@@ -13,7 +13,7 @@
 
 namespace {
 
-#ifdef KORVANE_SANITIZED
+#ifdef KORVANE_SANITIZE
 constexpr std::uint64_t leaf_budget = 500000;
 #else
 constexpr std::uint64_t leaf_budget = 5000000;
@@ -56,25 +56,14 @@ TEST_P(Perft, PublishedCounts)
 INSTANTIATE_TEST_SUITE_P(Positions, Perft, testing::ValuesIn(perft_cases()),
     [](const testing::TestParamInfo<PerftCase> &param) { return param.param.name; });
 
-TEST(PerftEdges, ShallowDepths)
+// Depth 0 is the leaf itself, and so is a negative depth: it never recurses. A board without
+// kings, with castling rights and rooks at home, runs safely (the sanitizer build checks it).
+TEST(PerftEdges, LeavesAndKinglessBoards)
 {
     EXPECT_EQ(perft(0, start_board), 1u);
-    EXPECT_EQ(perft(1, start_board), 20u);
-    EXPECT_EQ(perft(2, start_board), 400u);
-    EXPECT_EQ(perft(3, start_board), 8902u);
-    // A negative depth is a leaf: it never recurses.
     EXPECT_EQ(perft(-1, start_board), 1u);
     EXPECT_EQ(perft(-2147483647 - 1, start_board), 1u);
-}
-
-// A board without kings runs safely to any depth.
-TEST(PerftEdges, NoKings)
-{
-    // Black has no moves at all once white has moved.
-    EXPECT_EQ(perft(1, fen("8/8/8/8/8/8/8/R7 w - - 0 1")), 14u);
-    EXPECT_EQ(perft(2, fen("8/8/8/8/8/8/8/R7 w - - 0 1")), 0u);
-    // e5d6 takes the d5 pawn and leaves black nothing; after e5e6 black has d5d4.
-    EXPECT_EQ(perft(2, fen("8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1")), 1u);
+    EXPECT_EQ(perft(2, fen("8/8/8/8/8/8/8/R7 w - - 0 1")), 0u); // black has no move at all
     perft(3, fen("r6r/8/8/3pP3/8/8/8/R6R w KQkq d6 0 1"));
 }
 

@@ -37,14 +37,6 @@ TEST(Keys, PublishedNumbers)
     EXPECT_EQ(zobrist_table[780], 0xF8D626AAAF278509u);
 }
 
-TEST(Keys, CastlingRookConstantsFollowFromTheTable)
-{
-    EXPECT_EQ(castle_rook_a1_d1, zobrist_table[448] ^ zobrist_table[451]);
-    EXPECT_EQ(castle_rook_h1_f1, zobrist_table[455] ^ zobrist_table[453]);
-    EXPECT_EQ(castle_rook_a8_d8, zobrist_table[440] ^ zobrist_table[443]);
-    EXPECT_EQ(castle_rook_h8_f8, zobrist_table[447] ^ zobrist_table[445]);
-}
-
 TEST(Keys, KnownPositions)
 {
     EXPECT_EQ(full_key(&start_board), 0x463B96181691FC9Cu);

@@ -1,5 +1,5 @@
-// Whole searches: the two reference searches, mates, draws, single replies, and the go and
-// sortedmoves words as a GUI sees them.
+// Whole searches: mates, draws, single replies, quiescence on its own, and the sortedmoves word.
+// The reference searches themselves run through the binary in tests/search_pipes.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -60,38 +60,8 @@ std::string output_of(const char *line)
     return testing::internal::GetCapturedStdout();
 }
 
-TEST(ReferenceSearch, StartPositionToDepthFive)
-{
-    const result r = search("position startpos", "go depth 5");
-    const std::vector<row> expected = {
-        { 1, 21, 476, "d2d3 " },
-        { 2, 66, 131, "d2d4 d7d5 " },
-        // The stored line ends in a word left over from another branch, which is not legal
-        // after d7d5: the text stops before it.
-        { 3, 166, 375, "e2e4 d7d5 " },
-        { 4, 658, 402, "e2e3 e7e5" },
-        { 5, 3116, 419, "e2e4 d7d5" },
-    };
-    EXPECT_EQ(r.rows, expected);
-    EXPECT_EQ(r.best, "e2e4");
-    // The stored line itself keeps the left-over word, since the ordering reads it.
-}
-
-TEST(ReferenceSearch, KingAndPawnToDepthSix)
-{
-    const result r = search("position fen 8/8/8/4k3/8/8/4P3/4K3 w - - 0 1", "go depth 6");
-    const std::vector<row> expected = {
-        { 1, 8, 128, "e2e3 " },
-        { 2, 26, 101, "e2e3 e5d6 " },
-        { 3, 118, 114, "e2e3 e5d5 e1d1 d5e4" },
-        { 4, 263, 101, "e2e3 e5d5 e1d1 d5c6 " },
-        { 5, 875, 103, "e2e3 e5d6 e1d1 d6c7 d1c1" },
-        { 6, 1396, 103, "e2e3 e5d6 e1d1 d6c7 e3e4 c7b6 " },
-    };
-    EXPECT_EQ(r.rows, expected);
-    EXPECT_EQ(r.best, "e2e3");
-}
-
+// At depth 3 the printed line stops before a word left over from another branch, which is not
+// legal after d7d5; the stored line keeps it, since the ordering reads it.
 TEST(ReferenceSearch, ThirdIterationKeepsTheLeftOverWordInTheTable)
 {
     search("position startpos", "go depth 3");
@@ -118,20 +88,16 @@ TEST(Search, MateInOneScores9999AndGoesOnToTheDepthLimit)
     EXPECT_EQ(r.best, "a1a8");
 }
 
-TEST(Search, CheckmatedRootPrintsEmptyLinesAndNoMove)
+// A mated root scores -10000, a stalemated one 0; each prints empty lines and no move.
+TEST(Search, RootWithoutMoves)
 {
-    const result r = search("position fen R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", "go depth 2");
-    const std::vector<row> expected = { { 1, 1, -10000, "" }, { 2, 2, -10000, "" } };
-    EXPECT_EQ(r.rows, expected);
-    EXPECT_EQ(r.best, "0000");
-}
-
-TEST(Search, StalematedRootScoresZero)
-{
-    const result r = search("position fen 7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", "go depth 2");
-    const std::vector<row> expected = { { 1, 1, 0, "" }, { 2, 2, 0, "" } };
-    EXPECT_EQ(r.rows, expected);
-    EXPECT_EQ(r.best, "0000");
+    for (const auto &[position, score] :
+        { std::pair { "R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", -10000 },
+            std::pair { "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", 0 } }) {
+        const result r = search((std::string("position fen ") + position).c_str(), "go depth 2");
+        EXPECT_EQ(r.rows, (std::vector<row> { { 1, 1, score, "" }, { 2, 2, score, "" } }));
+        EXPECT_EQ(r.best, "0000");
+    }
 }
 
 TEST(Search, SingleReplyIsPlayedWithoutSearch)
@@ -208,29 +174,6 @@ TEST(Quiescence, KnownEvaluationGivesTheSameScore)
     const std::int32_t e = evaluate(board, 1, 0);
     for (int budget : { 0, 4 })
         EXPECT_EQ(quiescence(board, budget, -200, 200, e), quiescence(board, budget, -200, 200));
-}
-
-TEST(GoCommand, PrintsInfoBestmoveAndElapsedTime)
-{
-    handle_command("position startpos");
-    const std::string out = output_of("go depth 1");
-    EXPECT_EQ(out.substr(0, 18), "info depth 1 time ");
-    EXPECT_NE(out.find(" nodes 21 score cp 476 pv d2d3 \nbestmove d2d3\r\nelapsed time: "),
-        std::string::npos);
-    EXPECT_EQ(out.substr(out.size() - 4), " ms\n");
-    EXPECT_EQ(out.back(), '\n');
-}
-
-TEST(GoCommand, BoardWithoutOneKingOfEachColourAnswersAtOnce)
-{
-    for (const char *fen :
-        { "position fen 8/8/8/8/8/8/8/8 w - - 0 1", "position fen k7/8/8/8/8/8/8/KK6 w - - 0 1",
-            "position fen 8/8/8/8/8/8/8/K7 b - - 0 1", "position fen 8/8/8/8/8/8 w - - 0 1" }) {
-        handle_command(fen);
-        const std::string out = output_of("go depth 5");
-        EXPECT_EQ(out.substr(0, 29), "bestmove 0000\r\nelapsed time: ") << fen;
-        EXPECT_EQ(output_of("sortedmoves"), "") << fen;
-    }
 }
 
 TEST(SortedMoves, BeforeAnySearchEveryMoveHasItsEvaluation)

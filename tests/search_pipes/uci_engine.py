@@ -77,5 +77,17 @@ class Engine:
             self.proc.wait()
 
 
+def run(path, text, timeout=60):
+    """Runs the engine on `text` to the end of its input; returns (output, exit status)."""
+    done = subprocess.run([path], input=text.encode("latin-1"), stdout=subprocess.PIPE,
+                          timeout=timeout)
+    return done.stdout.decode("latin-1"), done.returncode
+
+
+def without_elapsed(text):
+    """`text` with each "elapsed time: N ms" line replaced by "<elapsed>"."""
+    return re.sub(r"elapsed time: \d+ ms\n", "<elapsed>", text)
+
+
 def without_time(info_line):
     return re.sub(r" time \d+ ", " time T ", info_line)

@@ -3,7 +3,7 @@ import resource
 import sys
 import time
 
-from uci_engine import Engine, without_time
+from uci_engine import Engine, run, without_elapsed, without_time
 
 START_KEY = "463b96181691fc9c"
 LONG_SEARCH = "go depth 12"  # no time limit: only stop, quit or twelve iterations end it
@@ -201,8 +201,10 @@ def case_odd_go_arguments(path):
 
 def case_garbled_boards(path):
     e = Engine(path)
+    # Without exactly one king of each colour the answer comes at once.
     for fen in ["8/8/8/8/8/8/8/8 w - - 0 1", "k7/8/8/8/8/8/8/KK6 w - - 0 1",
-                "8/8/8/8 w - -", "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
+                "8/8/8/8/8/8/8/K7 b - - 0 1", "kk6/8/8/8/8/8/8/K7 w - - 0 1", "8/8/8/8 w - -",
+                "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQ1BNR w KQkq - 0 1"]:
         e.send("position fen %s\n" % fen)
         infos, best, _ = e.search("go depth 4", 5)
         expect(infos == [] and best == "bestmove 0000\r\n", (fen, infos, best))
@@ -219,6 +221,71 @@ def case_garbled_boards(path):
         expect(best.startswith("bestmove ") and best.endswith("\r\n"), (fen, best))
     e.send("quit\n")
     expect(e.wait(10) == 0, "exit status")
+
+
+START_MOVES = ["a2a3", "a2a4", "b2b3", "b2b4", "c2c3", "c2c4", "d2d3", "d2d4", "e2e3", "e2e4",
+               "f2f3", "f2f4", "g2g3", "g2g4", "h2h3", "h2h4", "b1a3", "b1c3", "g1f3", "g1h3"]
+
+
+def expect_run(path, text, wanted, status=0):
+    out, code = run(path, text)
+    expect(out == wanted, (text[:60], out[:400]))
+    expect(code == status, "exit status %d" % code)
+
+
+def case_session_start_and_end(path):
+    # Nothing is printed unasked; quit ends the session and the lines behind it are not read.
+    expect_run(path, "", "")
+    expect_run(path, "uci\nisready\nucinewgame\nposition startpos\nquit\nisready\n",
+               "id name Korvane 1.0 \r\nid author Brennik Dolmar\r\nuciok\r\nreadyok\r\n")
+    # Empty lines, lone CRs and blanks call nothing; CR LF ends a line like LF; the last line
+    # needs no line end.
+    expect_run(path, "\n\r\n\r\r\n   \n\t\nisready\r\n", "readyok\r\n")
+    expect_run(path, "isready", "readyok\r\n")
+    # 16383 characters make one command; the rest of the line is the next command.
+    expect_run(path, " " * (16383 - 7) + "isready" + "isready\n", "readyok\r\nreadyok\r\n")
+    expect_run(path, "x" * 20000 + "\nisready\n", "readyok\r\n")
+
+
+def case_movlist_and_perft(path):
+    expect_run(path, "movlist\n", "".join(m + "\n" for m in START_MOVES))
+    expect_run(path, "position fen 4k3/P7/8/8/8/8/8/4K3 w - - 0 1\nmovlist\n",
+               "a7a8q\na7a8r\na7a8b\na7a8n\ne1d1\ne1f1\ne1d2\ne1e2\ne1f2\n")
+    # Mate and stalemate list nothing.
+    expect_run(path, "position startpos moves f2f3 e7e5 g2g4 d8h4\nmovlist\n"
+               "position fen 7k/5Q2/6K1/8/8/8/8/8 b - - 0 1\nmovlist\n", "")
+    out, _ = run(path, "perft 2\nperft 1\nperft 0\nperft x\nperft\nperft   \nperft -1\n"
+                 "perft -2147483648\n")
+    expect(without_elapsed(out) == "".join(m + ": 20\r\n" for m in START_MOVES) + "2=400\n<elapsed>"
+           + "".join(m + "\r\n" for m in START_MOVES) + "1=20\n<elapsed>"
+           + "0=1\n<elapsed>0=1\n<elapsed>", out)
+    # Perft leaves the game as it found it.
+    game = "position startpos moves e2e4 c7c5\n"
+    before, _ = run(path, game + "boardkey\nmovlist\n")
+    after, _ = run(path, game + "perft 2\nboardkey\nmovlist\n")
+    expect(without_elapsed(after).split("<elapsed>")[1] == before, after)
+    # Boards without kings, or with more moves than a list holds, end normally.
+    out, code = run(path, "position fen 8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1\nmovlist\nperft 3\n"
+                    "position fen 8/8/8/8/8/8/8/8 w - - 0 1\nmovlist\nperft 2\n"
+                    "position fen QQQQQQQk/Q6Q/Q4Q1Q/Q6Q/Q6Q/Q6Q/Q6Q/KQQQQQQQ w - - 0 1\nperft 1\n")
+    expect(code == 0, "exit status %d" % code)
+    expect(out.startswith("e5d6\ne5e6\ne5d6: 0\r\ne5e6: 1\r\n3=1\n"), out[:100])
+    expect("\n2=0\n" in out and "\n1=218\n" in out, out[-200:])
+
+
+def case_boardscore(path):
+    out, _ = run(path, "boardscore\n")
+    lines = out.split("\n")
+    expect(len(lines) == 50 and lines[0] == "White Rook Mobility: 4"
+           and lines[24] == "Black Rook Mobility: 4" and lines[48] == "boardscore: 0", out)
+    # The score is for the side to move: black here.
+    out, _ = run(path, "position fen 2r2rk1/pp2bppp/2n1bn2/q2p4/3P4/P1NBBN2/1PQ2PPP/2R2RK1 b - - 3 15"
+                 "\nboardscore\n")
+    expect(out.endswith("\nboardscore: -10\n"), out[-100:])
+    # Garbled boards still get a full report.
+    out, code = run(path, "position fen QQQQQQQQ/QQQQQQQQ/QQQQ4 w\nboardscore\n"
+                    "position fen nonsense\nboardscore\nquit\n")
+    expect(out.count("\n") == 2 * 49 and out.endswith("\nboardscore: 0\n") and code == 0, out)
 
 
 def case_allocation_failure(path):

@@ -4,18 +4,9 @@
 
 #include "engine.h"
 
-namespace {
-
-class EngineEnvironment : public testing::Environment {
-public:
-    void SetUp() override { engine_init(); }
-};
-
-} // namespace
-
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    testing::AddGlobalTestEnvironment(new EngineEnvironment);
+    engine_init();
     return RUN_ALL_TESTS();
 }

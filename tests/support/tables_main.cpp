@@ -3,18 +3,9 @@
 
 #include "attacks.h"
 
-namespace {
-
-class TablesEnvironment : public testing::Environment {
-public:
-    void SetUp() override { init_attack_tables(); }
-};
-
-} // namespace
-
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    testing::AddGlobalTestEnvironment(new TablesEnvironment);
+    init_attack_tables();
     return RUN_ALL_TESTS();
 }

@@ -1,4 +1,4 @@
-// Small helpers shared by the move generation tests.
+// Small helpers shared by the suites: squares by name, boards from FEN, moves as text.
 #pragma once
 
 #include <initializer_list>
@@ -16,6 +16,8 @@ inline Bitboard set_of(std::initializer_list<const char *> names)
     for (const char *n : names) set |= square_bit(sq(n));
     return set;
 }
+
+inline Board fen(const char *text) { return parse_fen(text); }
 
 inline std::string text_of(Move move)
 {
@@ -37,4 +39,10 @@ inline std::vector<std::string> texts_of(const MoveList &list)
     return texts_of(list.moves, list.count);
 }
 
-inline Board fen(const char *text) { return parse_fen(text); }
+// The word of `list` written `move`, 0 if there is none.
+inline Move word_of(const MoveList &list, const char *move)
+{
+    for (int i = 0; i < list.count; i++)
+        if (text_of(list.moves[i]) == move) return list.moves[i];
+    return 0;
+}
