@@ -1,6 +1,6 @@
 // Leaves per second of perft on the start position (depth 6) and Kiwipete (depth 5).
 //   perft_bench            the engine's generator
-//   perft_bench --literal  the literal oracle of the tests, with no shortcut at depth 1
+//   perft_bench --literal  the literal generator, every leaf applied, no shortcut at depth 1
 //   perft_bench --check    small trees only; prints the leaf total, which a test pins
 #include <chrono>
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include "apply.h"
 #include "attacks.h"
 #include "fen.h"
-#include "oracle.h"
+#include "legal.h"
 #include "perft.h"
 
 namespace {
@@ -21,7 +21,7 @@ std::uint64_t literal_perft(int depth, const Board &board)
     if (depth == 0) return 1;
     MoveList list;
     list.count = 0;
-    oracle::generate_moves(board, &list);
+    generate_moves_literal(board, &list);
     std::uint64_t total = 0;
     for (int i = 0; i < list.count; i++) {
         Board copy = board;

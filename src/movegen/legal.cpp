@@ -108,14 +108,38 @@ void generate_moves(Board board, MoveList *list)
     generate_by_trial(board, list);
 }
 
+namespace {
+
+// Keeps the words from `start` on that have the capture bit, in order.
+void keep_captures(MoveList *list, int start)
+{
+    int kept = start;
+    for (int i = start; i < list->count; i++)
+        if (list->moves[i] & move_capture) list->moves[kept++] = list->moves[i];
+    list->count = kept;
+}
+
+} // namespace
+
 void generate_captures(Board board, MoveList *list)
 {
     const int start = list->count >= 0 && list->count <= max_moves ? list->count : 0;
     list->count = start;
     if (generate_captures_fast(board, list)) return;
     generate_moves(board, list);
-    int kept = start;
-    for (int i = start; i < list->count; i++)
-        if (list->moves[i] & move_capture) list->moves[kept++] = list->moves[i];
-    list->count = kept;
+    keep_captures(list, start);
+}
+
+void generate_moves_literal(Board board, MoveList *list)
+{
+    if (list->count < 0 || list->count > max_moves) list->count = 0;
+    generate_by_trial(board, list);
+}
+
+void generate_captures_literal(Board board, MoveList *list)
+{
+    if (list->count < 0 || list->count > max_moves) list->count = 0;
+    const int start = list->count;
+    generate_by_trial(board, list);
+    keep_captures(list, start);
 }

@@ -13,3 +13,9 @@ void generate_moves(Board board, MoveList *list);
 
 // generate_moves cut down to the words with the capture bit, in the same order.
 void generate_captures(Board board, MoveList *list);
+
+// The literal way, for any board: the generators write every pseudo-legal word, and each is tried
+// on a copy of the board and walked. The engine takes it for boards the fast way declines (no
+// king, stacked pieces, the side not to move in check); the tests prove the fast way against it.
+void generate_moves_literal(Board board, MoveList *list);
+void generate_captures_literal(Board board, MoveList *list);
