@@ -25,8 +25,8 @@ std::int32_t material_of(const eval_input &in, int us)
         + 320 * in.bishop_count[us] + 900 * in.queen_count[us];
 }
 
-// The facts every term reads, from the twelve sets and the castling flags.
-eval_input derive(const Board &b)
+// The facts every term reads; written here so that the evaluation inlines it.
+inline eval_input derive_input(const Board &b)
 {
     eval_input in;
     in.rooks[white] = b.white_rooks;
@@ -121,7 +121,7 @@ template <int phase> void fill_terms(const eval_input &in, term_values &out)
 // Every term of both colours, before the weights, and the phase.
 int fill_terms(const Board &board, term_values &terms)
 {
-    const eval_input in = derive(board);
+    const eval_input in = derive_input(board);
     terms.value[white][material] = in.material[white];
     terms.value[black][material] = in.material[black];
     if (in.phase == opening)
@@ -156,13 +156,15 @@ template <int phase> std::int32_t white_view(const eval_input &in)
 // The score from white's side, without the breakdown.
 std::int32_t white_view(const Board &board)
 {
-    const eval_input in = derive(board);
+    const eval_input in = derive_input(board);
     if (in.phase == opening) return white_view<opening>(in);
     if (in.phase == middlegame) return white_view<middlegame>(in);
     return white_view<ending>(in);
 }
 
 } // namespace
+
+eval_input derive(const Board &b) { return derive_input(b); }
 
 breakdown evaluate_terms(const Board &board)
 {

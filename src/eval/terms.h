@@ -157,6 +157,9 @@ struct eval_input {
     int phase;
 };
 
+// The facts every term reads, from the twelve sets and the castling flags.
+eval_input derive(const Board &b);
+
 // Term values of both colours, before their weights, as the report prints them.
 struct term_values {
     std::int32_t value[2][term_count];

@@ -99,46 +99,45 @@ void try_castle(std::int32_t right, Bitboard king, int home, Bitboard rooks, int
 void white_pawn_moves() { pawn_moves<true>(); }
 void black_pawn_moves() { pawn_moves<false>(); }
 
-void rook_moves()
+namespace {
+
+// Each piece of one kind, in a1-to-h8 order, with its reach from `from` through gen_occupied.
+template <Bitboard Board::*white_set, Bitboard Board::*black_set, Move word, typename Reach>
+void piece_moves(Reach reach)
 {
     const Bitboard targets = own_targets();
-    for (Bitboard set = gen_board.white_to_move ? gen_board.white_rooks : gen_board.black_rooks;
-         set; set &= set - 1) {
+    for (Bitboard set = gen_board.white_to_move ? gen_board.*white_set : gen_board.*black_set; set;
+         set &= set - 1) {
         const int from = first_square(set);
-        append_targets(from, rook_attacks(from, gen_occupied) & targets, rook_word);
+        append_targets(from, reach(from) & targets, word);
     }
+}
+
+} // namespace
+
+void rook_moves()
+{
+    piece_moves<&Board::white_rooks, &Board::black_rooks, rook_word>(
+        [](int from) { return rook_attacks(from, gen_occupied); });
 }
 
 void knight_moves()
 {
-    const Bitboard targets = own_targets();
-    for (Bitboard set = gen_board.white_to_move ? gen_board.white_knights : gen_board.black_knights;
-         set; set &= set - 1) {
-        const int from = first_square(set);
-        append_targets(from, knight_attacks[from] & targets, knight_word);
-    }
+    piece_moves<&Board::white_knights, &Board::black_knights, knight_word>(
+        [](int from) { return knight_attacks[from]; });
 }
 
 void bishop_moves()
 {
-    const Bitboard targets = own_targets();
-    for (Bitboard set = gen_board.white_to_move ? gen_board.white_bishops : gen_board.black_bishops;
-         set; set &= set - 1) {
-        const int from = first_square(set);
-        append_targets(from, bishop_attacks(from, gen_occupied) & targets, bishop_word);
-    }
+    piece_moves<&Board::white_bishops, &Board::black_bishops, bishop_word>(
+        [](int from) { return bishop_attacks(from, gen_occupied); });
 }
 
 void queen_moves()
 {
-    const Bitboard targets = own_targets();
-    for (Bitboard set = gen_board.white_to_move ? gen_board.white_queens : gen_board.black_queens;
-         set; set &= set - 1) {
-        const int from = first_square(set);
-        const Bitboard reach
-            = rook_attacks(from, gen_occupied) | bishop_attacks(from, gen_occupied);
-        append_targets(from, reach & targets, queen_word);
-    }
+    piece_moves<&Board::white_queens, &Board::black_queens, queen_word>([](int from) {
+        return rook_attacks(from, gen_occupied) | bishop_attacks(from, gen_occupied);
+    });
 }
 
 void king_moves()
@@ -188,4 +187,18 @@ void fill_black_occupants()
     const Bitboard sets[6] = { b.black_pawns, b.black_knights, b.black_bishops, b.black_rooks,
         b.black_queens, b.black_king };
     fill_occupants(black_occupants, sets);
+}
+
+void set_generator_state(const Board &board, PseudoMoveList *list)
+{
+    gen_list = list;
+    list->count = 0;
+    gen_board = board;
+    gen_white = white_set(board);
+    gen_black = black_set(board);
+    gen_not_white = ~gen_white;
+    gen_not_black = ~gen_black;
+    gen_occupied = gen_white | gen_black;
+    gen_white_king_square = std::uint8_t(first_square(board.white_king));
+    gen_black_king_square = std::uint8_t(first_square(board.black_king));
 }

@@ -26,6 +26,10 @@ extern std::uint8_t gen_white_king_square, gen_black_king_square; // 64 when the
 extern std::uint8_t white_occupants[64];
 extern std::uint8_t black_occupants[64];
 
+// Empties `list` and sets up the shared state for `board`: the sets, their complements and the
+// king squares.
+void set_generator_state(const Board &board, PseudoMoveList *list);
+
 // Fresh words: from | to << 6 with the mover's constant; capture, captured and gives_check are
 // added by generate_moves.
 constexpr Move pawn_word = 0x04000000, en_passant_word = 0x04400000, promotion_word = 0x04800000;

@@ -23,16 +23,7 @@ void remove_pseudo(int index)
 // Every board, however garbled: the generators write every pseudo-legal word, and each is tried.
 void generate_by_trial(const Board &board, MoveList *list)
 {
-    gen_list = &pseudo;
-    pseudo.count = 0;
-    gen_board = board;
-    gen_white = white_set(board);
-    gen_black = black_set(board);
-    gen_not_white = ~gen_white;
-    gen_not_black = ~gen_black;
-    gen_occupied = gen_white | gen_black;
-    gen_white_king_square = std::uint8_t(first_square(board.white_king));
-    gen_black_king_square = std::uint8_t(first_square(board.black_king));
+    set_generator_state(board, &pseudo);
 
     const bool white = board.white_to_move;
     if (white) {

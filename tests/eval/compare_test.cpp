@@ -107,24 +107,9 @@ TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)
     std::mt19937_64 rng(6);
     for (int i = 0; i < board_count; i++) {
         const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
-        eval_input in {};
-        in.rooks[white] = b.white_rooks;
-        in.knights[white] = b.white_knights;
-        in.bishops[white] = b.white_bishops;
-        in.queens[white] = b.white_queens;
-        in.kings[white] = b.white_king;
-        in.pawns[white] = b.white_pawns;
-        in.rooks[black] = b.black_rooks;
-        in.knights[black] = b.black_knights;
-        in.bishops[black] = b.black_bishops;
-        in.queens[black] = b.black_queens;
-        in.kings[black] = b.black_king;
-        in.pawns[black] = b.black_pawns;
-        in.all = white_set(b) | black_set(b);
-        in.king_square[white] = first_square(b.white_king);
-        in.king_square[black] = first_square(b.black_king);
-        const Bitboard white_map = attacked_squares_white(in);
-        const Bitboard black_map = attacked_squares_black(in);
+        const eval_input in = derive(b);
+        const Bitboard white_map = in.attacked[white];
+        const Bitboard black_map = in.attacked[black];
         for (int s = 0; s < 64; s++) {
             ASSERT_EQ(int(white_map >> s & 1), fast_attacked_by_white(b, s)) << i << " " << s;
             ASSERT_EQ(int(black_map >> s & 1), fast_attacked_by_black(b, s)) << i << " " << s;

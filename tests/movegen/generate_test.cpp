@@ -13,16 +13,7 @@ PseudoMoveList pseudo;
 // Sets up the shared state as generate_moves does and runs every generator of the side to move.
 std::vector<Move> fresh_words(const Board &board)
 {
-    gen_list = &pseudo;
-    pseudo.count = 0;
-    gen_board = board;
-    gen_white = white_set(board);
-    gen_black = black_set(board);
-    gen_not_white = ~gen_white;
-    gen_not_black = ~gen_black;
-    gen_occupied = gen_white | gen_black;
-    gen_white_king_square = std::uint8_t(first_square(board.white_king));
-    gen_black_king_square = std::uint8_t(first_square(board.black_king));
+    set_generator_state(board, &pseudo);
     if (board.white_to_move)
         white_pawn_moves();
     else
