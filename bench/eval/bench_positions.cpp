@@ -1,13 +1,13 @@
 // The fixed positions of the evaluation benchmark: the reference positions, then positions from
 // games of random legal moves played from a fixed seed, sampled so that openings, middlegames and
 // endings come up in similar numbers.
-#include "bench_positions.h"
+#include "bench/eval/bench_positions.h"
 
 #include <random>
 
-#include "evaluate.h"
-#include "fen.h"
-#include "random_boards.h"
+#include "eval/evaluate.h"
+#include "position/fen.h"
+#include "tests/eval/random_boards.h"
 
 std::vector<Board> bench_positions()
 {

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "board.h"
+#include "position/board.h"
 
 // The same few hundred positions at every call: opening, middlegame and ending material in
 // roughly equal shares.

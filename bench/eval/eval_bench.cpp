@@ -6,9 +6,9 @@
 #include <cstring>
 #include <vector>
 
-#include "attacks.h"
-#include "bench_positions.h"
-#include "evaluate.h"
+#include "bench/eval/bench_positions.h"
+#include "eval/evaluate.h"
+#include "movegen/attacks.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include <cstdio>
 #include <cstring>
 
-#include "apply.h"
-#include "attacks.h"
-#include "fen.h"
-#include "legal.h"
-#include "perft.h"
+#include "movegen/attacks.h"
+#include "movegen/legal.h"
+#include "movegen/perft.h"
+#include "position/apply.h"
+#include "position/fen.h"
 
 namespace {
 

@@ -5,14 +5,15 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "alpha_beta.h"
-#include "bench_positions.h"
-#include "commands.h"
-#include "engine.h"
-#include "iterate.h"
-#include "platform.h"
-#include "quiescence.h"
-#include "search_limits.h"
+#include "bench/search/bench_positions.h"
+#include "control/search_limits.h"
+#include "movegen/attacks.h"
+#include "platform/platform.h"
+#include "position/fen.h"
+#include "search/alpha_beta.h"
+#include "search/iterate.h"
+#include "search/quiescence.h"
+#include "search/tt.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ int main(int argc, char **argv)
         const int first = std::atoi(argv[2]);
         if (first > 0 && first < count) count = first;
     }
-    engine_init();
+    init_attack_tables();
+    if (!hash_allocate()) return 1;
     std::uint64_t total_nodes = 0, total_quiescence = 0;
     double total_ms = 0;
     bool all_match = true;
@@ -36,7 +38,8 @@ int main(int argc, char **argv)
         const bench_position &p = bench_positions[i];
         char line[256];
         std::snprintf(line, sizeof line, "position fen %s", p.fen);
-        handle_command(line);
+        set_position_fen(line);
+        hash_clear();
         search_depth_limit = p.depth;
         search_time_limit_ms = 0;
         time_limit_active = 0;

@@ -1,7 +1,7 @@
 // Piece activity: counts over attack sets, rook files and connected heavy pieces.
-#include "activity.h"
+#include "eval/activity.h"
 
-#include "square_count.h"
+#include "eval/square_count.h"
 
 namespace eval {
 

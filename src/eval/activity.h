@@ -2,7 +2,7 @@
 // and queens standing connected.
 #pragma once
 
-#include "terms.h"
+#include "eval/terms.h"
 
 namespace eval {
 

@@ -1,8 +1,8 @@
 // King placement and opening development. Each rule is written from white's side and read for
 // black through relative_square: ranks mirrored, files kept.
-#include "development.h"
+#include "eval/development.h"
 
-#include "square_count.h"
+#include "eval/square_count.h"
 
 namespace eval {
 

@@ -2,7 +2,7 @@
 // minor pieces leaving home and the queen coming out early.
 #pragma once
 
-#include "terms.h"
+#include "eval/terms.h"
 
 namespace eval {
 

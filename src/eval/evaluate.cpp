@@ -1,18 +1,18 @@
 // The evaluation frame: the facts every term reads, the phase, the terms switched by the phase
 // table, and the weighted sum of each colour.
-#include "evaluate.h"
+#include "eval/evaluate.h"
 
 #include <iterator>
 #include <utility>
 
-#include "activity.h"
-#include "development.h"
-#include "fast_attacked.h"
-#include "king_safety.h"
-#include "patterns.h"
-#include "report.h"
-#include "square_count.h"
-#include "tables.h"
+#include "eval/activity.h"
+#include "eval/development.h"
+#include "eval/fast_attacked.h"
+#include "eval/king_safety.h"
+#include "eval/patterns.h"
+#include "eval/report.h"
+#include "eval/square_count.h"
+#include "eval/tables.h"
 
 namespace eval {
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "board.h"
-#include "terms.h"
+#include "eval/terms.h"
+#include "position/board.h"
 
 // The score in hundredths of a pawn: white's total minus black's when `side` is nonzero, black's
 // minus white's when it is zero. Reads the twelve sets and the castling flags only, never the side

@@ -1,7 +1,7 @@
 // Square attack tests of the evaluation, and the same answers for every square at once.
-#include "fast_attacked.h"
+#include "eval/fast_attacked.h"
 
-#include "attacks.h"
+#include "movegen/attacks.h"
 
 namespace eval {
 

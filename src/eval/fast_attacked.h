@@ -2,9 +2,9 @@
 // ray walks of the move generator, at table speed.
 #pragma once
 
-#include "attacks.h"
-#include "board.h"
-#include "terms.h"
+#include "eval/terms.h"
+#include "movegen/attacks.h"
+#include "position/board.h"
 
 // 1 if a white (black) piece attacks `square` (0..63), else 0. Every piece of both colours
 // blocks; what stands on the square itself plays no part. A colour with no king attacks nothing

@@ -1,10 +1,10 @@
 // King safety and centre control.
-#include "king_safety.h"
+#include "eval/king_safety.h"
 
 #include <array>
 
-#include "fast_attacked.h"
-#include "square_count.h"
+#include "eval/fast_attacked.h"
+#include "eval/square_count.h"
 
 namespace eval {
 

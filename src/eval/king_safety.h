@@ -1,7 +1,7 @@
 // King safety and centre control: the terms that ask which squares each colour attacks.
 #pragma once
 
-#include "terms.h"
+#include "eval/terms.h"
 
 namespace eval {
 

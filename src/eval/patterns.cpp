@@ -1,8 +1,8 @@
 // Pawn structure, bishops, knights and traps. Each pattern is written from white's side and
 // read for black through relative_square: ranks mirrored, files kept.
-#include "patterns.h"
+#include "eval/patterns.h"
 
-#include "square_count.h"
+#include "eval/square_count.h"
 
 namespace eval {
 

@@ -2,7 +2,7 @@
 // king: fixed patterns of pieces on squares.
 #pragma once
 
-#include "terms.h"
+#include "eval/terms.h"
 
 namespace eval {
 

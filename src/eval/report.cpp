@@ -1,5 +1,5 @@
 // The term report.
-#include "report.h"
+#include "eval/report.h"
 
 #include <cstdio>
 

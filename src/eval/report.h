@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "evaluate.h"
+#include "eval/evaluate.h"
 
 namespace eval {
 

@@ -4,7 +4,7 @@
 
 #include <bit>
 
-#include "board.h"
+#include "position/board.h"
 
 namespace eval {
 

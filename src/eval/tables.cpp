@@ -1,7 +1,7 @@
 // The piece-square tables.
-#include "tables.h"
+#include "eval/tables.h"
 
-#include "square_count.h"
+#include "eval/square_count.h"
 
 namespace eval {
 

@@ -1,7 +1,7 @@
 // The piece-square tables: what the pieces are worth by square.
 #pragma once
 
-#include "terms.h"
+#include "eval/terms.h"
 
 namespace eval {
 

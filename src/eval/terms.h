@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 namespace eval {
 

@@ -1,21 +1,21 @@
 // The table of command words and the commands that belong to the front end itself. A word is
 // matched whole and case-sensitively; the first token is cut with the blank as the only
 // separator, so "go\tdepth" is one unknown word.
-#include "commands.h"
+#include "frontend/commands.h"
 
 #include <cstdio>
 #include <cstring>
 
-#include "display.h"
-#include "eval_commands.h"
-#include "fen.h"
-#include "input.h"
-#include "move_commands.h"
-#include "search_commands.h"
-#include "search_limits.h"
-#include "text.h"
-#include "tt.h"
-#include "zobrist.h"
+#include "control/input.h"
+#include "control/search_limits.h"
+#include "frontend/display.h"
+#include "frontend/eval_commands.h"
+#include "frontend/move_commands.h"
+#include "frontend/search_commands.h"
+#include "position/fen.h"
+#include "position/text.h"
+#include "position/zobrist.h"
+#include "search/tt.h"
 
 namespace {
 

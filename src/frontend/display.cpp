@@ -1,11 +1,11 @@
 // The board picture and the console.
-#include "display.h"
+#include "frontend/display.h"
 
 #include <cstdio>
 #include <cstring>
 
-#include "board.h"
-#include "platform.h"
+#include "platform/platform.h"
+#include "position/board.h"
 
 void print_board()
 {

@@ -1,19 +1,19 @@
 // Start-up and the command loop.
-#include "engine.h"
+#include "frontend/engine.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "apply.h"
-#include "attacks.h"
-#include "board.h"
-#include "commands.h"
-#include "input.h"
-#include "platform.h"
-#include "search_limits.h"
-#include "tt.h"
-#include "zobrist.h"
+#include "control/input.h"
+#include "control/search_limits.h"
+#include "frontend/commands.h"
+#include "movegen/attacks.h"
+#include "platform/platform.h"
+#include "position/apply.h"
+#include "position/board.h"
+#include "position/zobrist.h"
+#include "search/tt.h"
 
 void engine_init()
 {

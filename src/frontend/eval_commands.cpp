@@ -1,10 +1,10 @@
 // Command words of the evaluation.
-#include "eval_commands.h"
+#include "frontend/eval_commands.h"
 
 #include <cstdio>
 
-#include "board.h"
-#include "evaluate.h"
+#include "eval/evaluate.h"
+#include "position/board.h"
 
 int run_boardscore(const char *, char *)
 {

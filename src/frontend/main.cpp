@@ -1,7 +1,7 @@
 // Korvane: a UCI chess engine. Reads no arguments and prints nothing until spoken to.
 #include <cstdio>
 
-#include "engine.h"
+#include "frontend/engine.h"
 
 int main()
 {

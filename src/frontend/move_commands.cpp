@@ -1,14 +1,14 @@
 // The move list and perft commands.
-#include "move_commands.h"
+#include "frontend/move_commands.h"
 
 #include <cstdio>
 
-#include "apply.h"
-#include "board.h"
-#include "legal.h"
-#include "perft.h"
-#include "platform.h"
-#include "text.h"
+#include "movegen/legal.h"
+#include "movegen/perft.h"
+#include "platform/platform.h"
+#include "position/apply.h"
+#include "position/board.h"
+#include "position/text.h"
 
 void print_moves()
 {

@@ -1,14 +1,15 @@
 // The `go` and `sortedmoves` words: the text side of the search.
-#include "search_commands.h"
+#include "frontend/search_commands.h"
 
 #include <cstdio>
 
-#include "board.h"
-#include "iterate.h"
-#include "legal.h"
-#include "ordering.h"
-#include "platform.h"
-#include "search_limits.h"
+#include "control/search_limits.h"
+#include "frontend/parse_go.h"
+#include "movegen/legal.h"
+#include "platform/platform.h"
+#include "position/board.h"
+#include "search/iterate.h"
+#include "search/ordering.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Square and line tests. The square tests read the slider look-ups, which give the same answer
 // as walking each ray to its first piece; the line tests walk their one ray.
-#include "attacked.h"
+#include "movegen/attacked.h"
 
-#include "attacks.h"
+#include "movegen/attacks.h"
 
 namespace {
 

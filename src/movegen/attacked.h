@@ -2,7 +2,7 @@
 // cheaper test of a single line through a king.
 #pragma once
 
-#include "board.h"
+#include "position/board.h"
 
 // 1 if a piece of that colour attacks `square`, else 0. What stands on the square plays no part;
 // a king next to it counts. A square outside 0..63 (the king square of an empty king set) is

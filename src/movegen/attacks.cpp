@@ -1,5 +1,5 @@
 // Filling the attack tables at start-up.
-#include "attacks.h"
+#include "movegen/attacks.h"
 
 #include <bit>
 

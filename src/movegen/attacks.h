@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // Slider tables, filled once at start-up by init_attack_tables() and read-only afterwards.
 // Each attack set holds the first occupied square in every direction, of either colour, and

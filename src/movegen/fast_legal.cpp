@@ -6,13 +6,13 @@
 //     moves a lone blocker off a line between one of our sliders and that king.
 // En passant, promotions and castling are rare and shift more than one piece's lines, so they
 // are tried on a copy of the board as the literal filter does.
-#include "fast_legal.h"
+#include "movegen/fast_legal.h"
 
-#include "apply.h"
-#include "attacked.h"
-#include "attacks.h"
-#include "generate.h"
-#include "lines.h"
+#include "movegen/attacked.h"
+#include "movegen/attacks.h"
+#include "movegen/generate.h"
+#include "movegen/lines.h"
+#include "position/apply.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // each move on a copy. Internal to generate_moves.
 #pragma once
 
-#include "board.h"
+#include "position/board.h"
 
 // Appends the legal moves of `board` to `list`, exactly as generate_moves defines them, and
 // returns true; or returns false with the list untouched when the board is not one it handles:

@@ -1,11 +1,11 @@
 // Pseudo-legal move generators. Only castling tests attacks here; everything else about
 // legality and the capture and check fields is left to generate_moves.
-#include "generate.h"
+#include "movegen/generate.h"
 
 #include <cstring>
 
-#include "attacked.h"
-#include "attacks.h"
+#include "movegen/attacked.h"
+#include "movegen/attacks.h"
 
 PseudoMoveList *gen_list;
 Board gen_board;

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // Room for the pseudo-legal moves of any board a FEN can give, far beyond what a game reaches.
 // Appending stops at the last slot, so even a board with stacked sets writes nothing out of

@@ -1,13 +1,13 @@
 // Legal moves. The general way runs the piece generators, throws out what leaves the own king
 // attacked, and completes the capture, captured and check fields of the rest by trying each
 // move on a copy; ordinary positions take the quicker way of fast_legal.h, to the same words.
-#include "legal.h"
+#include "movegen/legal.h"
 
-#include "apply.h"
-#include "attacked.h"
-#include "attacks.h"
-#include "fast_legal.h"
-#include "generate.h"
+#include "movegen/attacked.h"
+#include "movegen/attacks.h"
+#include "movegen/fast_legal.h"
+#include "movegen/generate.h"
+#include "position/apply.h"
 
 namespace {
 

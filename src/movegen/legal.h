@@ -1,7 +1,7 @@
 // The legal move list: the one way into move generation.
 #pragma once
 
-#include "board.h"
+#include "position/board.h"
 
 // Appends to `list` (whose count the caller has set, normally to 0) every legal move of the side
 // to move, in generation order: pawns, rooks, knights, bishops, queens, king, each kind in

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "board.h"
+#include "position/board.h"
 
 namespace lines_detail {
 

@@ -1,9 +1,9 @@
 // Perft: every node gets the full legal list, words completed, and each move is applied as the
 // game applies it; the last ply is counted from the list.
-#include "perft.h"
+#include "movegen/perft.h"
 
-#include "apply.h"
-#include "legal.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
 
 std::uint64_t perft(int depth, Board board)
 {

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // Leaves of the legal move tree `depth` plies below `board`; 1 for a depth of 0 or less, so a
 // negative depth never recurses.

@@ -1,8 +1,8 @@
 // The move appliers. Both colours and both appliers share one body: `white` picks the sets and
 // squares of the mover, `keyed` adds the key updates and the key-only rules.
-#include "apply.h"
+#include "position/apply.h"
 
-#include "zobrist.h"
+#include "position/zobrist.h"
 
 std::uint64_t key_history[key_history_size];
 std::int32_t key_history_count = 0;

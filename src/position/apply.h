@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // Plays `move` (from, to, promoted and promotion are read) for the side to move. A double step
 // always sets the en-passant file, and the promoted bit decides a promotion.

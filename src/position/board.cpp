@@ -1,5 +1,5 @@
 // Board helpers and the text form of a move.
-#include "board.h"
+#include "position/board.h"
 
 #include <cctype>
 #include <cstring>

@@ -1,13 +1,13 @@
 // FEN reader and the position command. Nothing here checks legality and nothing is reported:
 // the GUI is trusted, and garbled text is read as far as it goes.
-#include "fen.h"
+#include "position/fen.h"
 
 #include <cctype>
 #include <cstring>
 
-#include "apply.h"
-#include "text.h"
-#include "zobrist.h"
+#include "position/apply.h"
+#include "position/text.h"
+#include "position/zobrist.h"
 
 namespace {
 

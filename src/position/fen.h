@@ -1,7 +1,7 @@
 // FEN records and the position command: setting up current_board and the key history.
 #pragma once
 
-#include "board.h"
+#include "position/board.h"
 
 // Removes blanks and tabs from both ends of `text`, in place.
 void trim_blanks(char *text);

@@ -1,5 +1,5 @@
 // Keys computed from scratch; the incremental updates live with the move appliers.
-#include "zobrist.h"
+#include "position/zobrist.h"
 
 std::uint64_t hash_piece_set(Bitboard set, int kind, std::uint64_t key)
 {

@@ -1,5 +1,5 @@
 // Small text helpers shared by the command readers.
-#include "text.h"
+#include "position/text.h"
 
 #include <cstring>
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // 0..767 piece on square (64 * kind + square), 768..771 castling, 772..779 en-passant file,
 // 780 white to move.

@@ -1,6 +1,6 @@
 // The 781 Random64 numbers of the PolyGlot book format, entry 0 first.
 // Written by tools/make_zobrist_table.py; do not edit by hand.
-#include "zobrist.h"
+#include "position/zobrist.h"
 
 const std::uint64_t zobrist_table[781] = {
     0x9D39247E33776D41,

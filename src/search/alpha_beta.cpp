@@ -1,17 +1,17 @@
 // The alpha-beta node: mate-distance clamp, hash probe, horizon, null move, futility rules,
 // extensions, a one-ply late-move reduction, draws and the principal variation.
-#include "alpha_beta.h"
+#include "search/alpha_beta.h"
 
 #include <bit>
 
-#include "apply.h"
-#include "evaluate.h"
-#include "input.h"
-#include "legal.h"
-#include "ordering.h"
-#include "quiescence.h"
-#include "search_limits.h"
-#include "tt.h"
+#include "control/input.h"
+#include "control/search_limits.h"
+#include "eval/evaluate.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "search/ordering.h"
+#include "search/quiescence.h"
+#include "search/tt.h"
 
 std::int32_t node_count = 0;
 std::int32_t iteration_depth = 0;

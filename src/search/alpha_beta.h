@@ -5,7 +5,7 @@
 #include <climits>
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 constexpr std::int32_t mate_score = 10000; // a side mated at ply p scores p - mate_score
 

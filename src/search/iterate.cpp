@@ -1,18 +1,18 @@
 // Iterative deepening and the result of a search.
-#include "iterate.h"
+#include "search/iterate.h"
 
 #include <bit>
 #include <cstring>
 
-#include "alpha_beta.h"
-#include "apply.h"
-#include "evaluate.h"
-#include "legal.h"
-#include "ordering.h"
-#include "platform.h"
-#include "search_limits.h"
-#include "tt.h"
-#include "zobrist.h"
+#include "control/search_limits.h"
+#include "eval/evaluate.h"
+#include "movegen/legal.h"
+#include "platform/platform.h"
+#include "position/apply.h"
+#include "position/zobrist.h"
+#include "search/alpha_beta.h"
+#include "search/ordering.h"
+#include "search/tt.h"
 
 char best_move_text[move_text_size];
 char pv_text[pv_text_size];

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 // What one finished iteration makes public.
 struct iteration_report {

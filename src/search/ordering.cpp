@@ -1,13 +1,13 @@
 // The three move sorters. All of them sort (move, key) pairs by insertion, descending and
 // stable, so moves of equal key stay in the order the generator gave them.
-#include "ordering.h"
+#include "search/ordering.h"
 
 #include <cstring>
 #include <initializer_list>
 
-#include "apply.h"
-#include "evaluate.h"
-#include "tt.h"
+#include "eval/evaluate.h"
+#include "position/apply.h"
+#include "search/tt.h"
 
 std::uint32_t alpha_counts[counter_plies][64][64];
 std::uint32_t cutoff_counts[counter_plies][64][64];

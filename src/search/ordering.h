@@ -5,7 +5,7 @@
 #include <climits>
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 constexpr int counter_plies = 13; // rows 0..12; deeper nodes read row 12
 constexpr int pv_rows = 25, pv_columns = 13;

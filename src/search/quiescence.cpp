@@ -1,13 +1,13 @@
 // Quiescence search over Board copies: no hash table, no key, no draw test, no node count.
-#include "quiescence.h"
+#include "search/quiescence.h"
 
-#include "apply.h"
-#include "attacked.h"
-#include "evaluate.h"
-#include "input.h"
-#include "legal.h"
-#include "ordering.h"
-#include "search_limits.h"
+#include "control/input.h"
+#include "control/search_limits.h"
+#include "eval/evaluate.h"
+#include "movegen/attacked.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "search/ordering.h"
 
 namespace {
 

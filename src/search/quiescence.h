@@ -5,7 +5,7 @@
 #include <climits>
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 constexpr std::int32_t quiescence_mate_score = -9999; // in check with no move; carries no ply
 

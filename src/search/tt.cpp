@@ -1,9 +1,9 @@
 // The transposition table. Instead of zero-filling 512 MiB for every search, each clear starts a
 // new generation: slots written by an older one read as empty, so a search finds exactly what an
 // empty table would give it, and pages that no search stored to are never touched.
-#include "tt.h"
+#include "search/tt.h"
 
-#include "platform.h"
+#include "platform/platform.h"
 
 HashEntry *hash_table = nullptr;
 std::uint64_t hash_table_bytes = 0;

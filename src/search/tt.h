@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "board.h"
+#include "position/board.h"
 
 enum : std::uint8_t { bound_empty = 0, bound_lower = 1, bound_upper = 2, bound_exact = 3 };
 

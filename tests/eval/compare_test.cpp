@@ -6,12 +6,12 @@
 #include <random>
 #include <string>
 
-#include "attacked.h"
-#include "evaluate.h"
-#include "fast_attacked.h"
-#include "fen.h"
-#include "random_boards.h"
-#include "reference_eval.h"
+#include "eval/evaluate.h"
+#include "eval/fast_attacked.h"
+#include "movegen/attacked.h"
+#include "position/fen.h"
+#include "tests/eval/random_boards.h"
+#include "tests/eval/reference_eval.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <map>
 #include <string>
 
-#include "evaluate.h"
-#include "helpers.h"
-#include "king_safety.h"
-#include "reference_eval.h"
-#include "report.h"
-#include "start_report.h"
+#include "eval/evaluate.h"
+#include "eval/king_safety.h"
+#include "eval/report.h"
+#include "tests/eval/reference_eval.h"
+#include "tests/eval/start_report.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // Random boards for the comparison tests.
-#include "random_boards.h"
+#include "tests/eval/random_boards.h"
 
 #include <algorithm>
 
-#include "apply.h"
-#include "legal.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "board.h"
+#include "position/board.h"
 
 // A board a game could plausibly reach: one king each on squares not side by side, up to
 // `max_pieces` other pieces on free squares, no pawn on the first or last rank, random castling

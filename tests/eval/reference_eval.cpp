@@ -1,6 +1,6 @@
 // The evaluation written out literally: loops over squares, rays walked one step at a time,
 // per-file pawn counts, piece lists of ten, and the sum with its weights spelt out.
-#include "reference_eval.h"
+#include "tests/eval/reference_eval.h"
 
 namespace {
 

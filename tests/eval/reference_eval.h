@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "board.h"
-#include "terms.h"
+#include "eval/terms.h"
+#include "position/board.h"
 
 struct reference_scores {
     int phase;

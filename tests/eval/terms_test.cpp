@@ -3,9 +3,9 @@
 // switched off in the phases where it does not count.
 #include <gtest/gtest.h>
 
-#include "evaluate.h"
-#include "helpers.h"
-#include "reference_eval.h"
+#include "eval/evaluate.h"
+#include "tests/eval/reference_eval.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "commands.h"
+#include "frontend/commands.h"
 
 inline std::string run_command(const char *line, int *result = nullptr)
 {

@@ -1,9 +1,9 @@
 // Exact transcripts of the dispatcher's commands.
 #include <gtest/gtest.h>
 
-#include "apply.h"
-#include "capture.h"
-#include "fen.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "tests/frontend/capture.h"
 
 TEST(Dispatch, UciIsreadyAndQuit)
 {

@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
-#include "capture.h"
-#include "zobrist.h"
+#include "position/zobrist.h"
+#include "tests/frontend/capture.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Square and line tests on small positions, one row per case.
 #include <gtest/gtest.h>
 
-#include "attacked.h"
-#include "helpers.h"
+#include "movegen/attacked.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

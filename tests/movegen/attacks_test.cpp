@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <random>
 
-#include "attacks.h"
-#include "helpers.h"
+#include "movegen/attacks.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

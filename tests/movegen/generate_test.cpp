@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "generate.h"
-#include "helpers.h"
+#include "movegen/generate.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

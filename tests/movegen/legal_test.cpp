@@ -1,9 +1,9 @@
 // The legal list: filtering, completed words, captures only, and boards a garbled FEN can give.
 #include <gtest/gtest.h>
 
-#include "apply.h"
-#include "helpers.h"
-#include "legal.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

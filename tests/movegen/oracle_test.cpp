@@ -5,12 +5,12 @@
 
 #include <random>
 
-#include "apply.h"
-#include "attacked.h"
-#include "fast_legal.h"
-#include "helpers.h"
-#include "legal.h"
-#include "perft_cases.h"
+#include "movegen/attacked.h"
+#include "movegen/fast_legal.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "tests/movegen/perft_cases.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 
 #include <sstream>
 
-#include "apply.h"
-#include "helpers.h"
-#include "legal.h"
-#include "perft.h"
-#include "perft_cases.h"
+#include "movegen/legal.h"
+#include "movegen/perft.h"
+#include "position/apply.h"
+#include "tests/movegen/perft_cases.h"
+#include "tests/support/helpers.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The two move appliers, the null move and the key history.
 #include <gtest/gtest.h>
 
-#include "apply.h"
-#include "fen.h"
-#include "zobrist.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "position/zobrist.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The move word and its text form.
 #include <gtest/gtest.h>
 
-#include "board.h"
+#include "position/board.h"
 
 TEST(MoveText, WordsFromTextCarryOnlySquaresAndPromotion)
 {

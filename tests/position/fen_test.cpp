@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "apply.h"
-#include "fen.h"
-#include "zobrist.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "position/zobrist.h"
 
 TEST(Fen, StartPositionAndFields)
 {

@@ -3,9 +3,9 @@
 
 #include <cstring>
 
-#include "apply.h"
-#include "fen.h"
-#include "zobrist.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "position/zobrist.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <random>
 #include <vector>
 
-#include "apply.h"
-#include "fen.h"
-#include "zobrist.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "position/zobrist.h"
 
 namespace {
 

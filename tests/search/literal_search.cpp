@@ -1,24 +1,24 @@
 // The search exactly as the rules state it, step by step, with no shortcut: the oracle that every
 // faster version of the engine's search is compared with. It shares the engine's global state
 // (hash table, counters, principal variation, node count) and its small helpers.
-#include "literal_search.h"
+#include "tests/search/literal_search.h"
 
 #include <bit>
 #include <cstring>
 #include <initializer_list>
 
-#include "alpha_beta.h"
-#include "apply.h"
-#include "evaluate.h"
-#include "input.h"
-#include "iterate.h"
-#include "legal.h"
-#include "ordering.h"
-#include "platform.h"
-#include "quiescence.h"
-#include "search_limits.h"
-#include "tt.h"
-#include "zobrist.h"
+#include "control/input.h"
+#include "control/search_limits.h"
+#include "eval/evaluate.h"
+#include "movegen/legal.h"
+#include "platform/platform.h"
+#include "position/apply.h"
+#include "position/zobrist.h"
+#include "search/alpha_beta.h"
+#include "search/iterate.h"
+#include "search/ordering.h"
+#include "search/quiescence.h"
+#include "search/tt.h"
 
 namespace literal {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "board.h"
+#include "position/board.h"
 
 namespace literal {
 

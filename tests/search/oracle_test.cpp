@@ -6,17 +6,17 @@
 #include <random>
 #include <string>
 
-#include "alpha_beta.h"
-#include "apply.h"
-#include "bench_positions.h"
-#include "commands.h"
-#include "iterate.h"
-#include "legal.h"
-#include "literal_search.h"
-#include "ordering.h"
-#include "quiescence.h"
-#include "search_limits.h"
-#include "zobrist.h"
+#include "bench/search/bench_positions.h"
+#include "control/search_limits.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "position/zobrist.h"
+#include "search/alpha_beta.h"
+#include "search/iterate.h"
+#include "search/ordering.h"
+#include "search/quiescence.h"
+#include "tests/search/literal_search.h"
+#include "tests/support/search_setup.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ TEST(Oracle, BenchPositionsSearchAlike)
 {
     for (const bench_position &p : bench_positions) {
         std::string line = std::string("position fen ") + p.fen;
-        handle_command(line.c_str());
+        set_position(line.c_str());
         compare_searches(p.depth - depth_cut, p.fen);
     }
 }
@@ -71,7 +71,7 @@ TEST(Oracle, RandomPositionsSearchAlike)
 {
     std::mt19937 rng(2024);
     for (int n = 0; n < random_positions; n++) {
-        handle_command("position startpos");
+        set_position("position startpos");
         std::string moves;
         const int plies = 4 + int(rng() % 60);
         for (int i = 0; i < plies; i++) {
@@ -84,7 +84,7 @@ TEST(Oracle, RandomPositionsSearchAlike)
             moves += std::string(" ") + text;
         }
         const std::string line = "position startpos moves" + moves;
-        handle_command(line.c_str());
+        set_position(line.c_str());
         compare_searches(random_depth, line);
     }
 }
@@ -94,7 +94,7 @@ TEST(Oracle, QuiescenceScoresAlike)
 {
     std::mt19937 rng(77);
     for (int n = 0; n < 200; n++) {
-        handle_command("position startpos");
+        set_position("position startpos");
         Board board = current_board;
         const int plies = 6 + int(rng() % 50);
         // The check bit of the last move played: what a parent hands down as known.

@@ -5,13 +5,13 @@
 #include <algorithm>
 #include <string>
 
-#include "apply.h"
-#include "commands.h"
-#include "evaluate.h"
-#include "helpers.h"
-#include "legal.h"
-#include "ordering.h"
-#include "tt.h"
+#include "eval/evaluate.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "search/ordering.h"
+#include "search/tt.h"
+#include "tests/support/helpers.h"
+#include "tests/support/search_setup.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ class OrderMoves : public testing::Test {
 protected:
     void SetUp() override
     {
-        handle_command("position fen 4k3/8/8/8/2bn4/8/3N1B2/4K3 w - - 0 1");
+        set_position("position fen 4k3/8/8/8/2bn4/8/3N1B2/4K3 w - - 0 1");
         clear_counters();
         std::fill(std::begin(pv_length), std::end(pv_length), 0);
         hash_clear();

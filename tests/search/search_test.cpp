@@ -1,20 +1,20 @@
-// Whole searches: mates, draws, single replies, quiescence on its own, and the sortedmoves word.
+// Whole searches: mates, draws, single replies, and quiescence on its own.
 // The reference searches themselves run through the binary in tests/search_pipes.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "alpha_beta.h"
-#include "apply.h"
-#include "commands.h"
-#include "evaluate.h"
-#include "fen.h"
-#include "iterate.h"
-#include "legal.h"
-#include "ordering.h"
-#include "quiescence.h"
-#include "search_limits.h"
+#include "control/search_limits.h"
+#include "eval/evaluate.h"
+#include "movegen/legal.h"
+#include "position/apply.h"
+#include "position/fen.h"
+#include "search/alpha_beta.h"
+#include "search/iterate.h"
+#include "search/ordering.h"
+#include "search/quiescence.h"
+#include "tests/support/search_setup.h"
 
 namespace {
 
@@ -40,31 +40,24 @@ struct result {
     std::string best;
 };
 
-// Sets up the position of a `position` line and runs the search of a `go` line, as the
-// commands do, keeping the info rows.
-result search(const char *position_line, const char *go_line)
+// Sets up the position of a `position` line and searches it to `depth` with no time limit, as
+// `go depth` does, keeping the info rows.
+result search(const char *position_line, int depth)
 {
-    handle_command(position_line);
-    parse_go(go_line, &search_depth_limit, &search_time_limit_ms, &time_limit_active);
+    set_position(position_line);
+    search_depth_limit = depth;
+    search_time_limit_ms = 0;
+    time_limit_active = 0;
     rows.clear();
     const std::string best = iterate_search(collect);
     return { rows, best };
-}
-
-// What the whole command line prints.
-std::string output_of(const char *line)
-{
-    testing::internal::CaptureStdout();
-    handle_command(line);
-    std::fflush(stdout);
-    return testing::internal::GetCapturedStdout();
 }
 
 // At depth 3 the printed line stops before a word left over from another branch, which is not
 // legal after d7d5; the stored line keeps it, since the ordering reads it.
 TEST(ReferenceSearch, ThirdIterationKeepsTheLeftOverWordInTheTable)
 {
-    search("position startpos", "go depth 3");
+    search("position startpos", 3);
     ASSERT_EQ(pv_length[0], 3);
     char text[8];
     move_to_text(pv_cell(0, 2), text);
@@ -73,8 +66,8 @@ TEST(ReferenceSearch, ThirdIterationKeepsTheLeftOverWordInTheTable)
 
 TEST(Search, RepeatsItselfExactly)
 {
-    const result first = search("position startpos moves e2e4 e7e5 g1f3", "go depth 4");
-    const result second = search("position startpos moves e2e4 e7e5 g1f3", "go depth 4");
+    const result first = search("position startpos moves e2e4 e7e5 g1f3", 4);
+    const result second = search("position startpos moves e2e4 e7e5 g1f3", 4);
     EXPECT_EQ(first.rows.size(), 4u);
     EXPECT_EQ(first.rows, second.rows);
     EXPECT_EQ(first.best, second.best);
@@ -82,7 +75,7 @@ TEST(Search, RepeatsItselfExactly)
 
 TEST(Search, MateInOneScores9999AndGoesOnToTheDepthLimit)
 {
-    const result r = search("position fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1", "go depth 3");
+    const result r = search("position fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1", 3);
     ASSERT_EQ(r.rows.size(), 3u);
     for (const row &x : r.rows) EXPECT_EQ(x.score, 9999);
     EXPECT_EQ(r.best, "a1a8");
@@ -94,7 +87,7 @@ TEST(Search, RootWithoutMoves)
     for (const auto &[position, score] :
         { std::pair { "R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", -10000 },
             std::pair { "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", 0 } }) {
-        const result r = search((std::string("position fen ") + position).c_str(), "go depth 2");
+        const result r = search((std::string("position fen ") + position).c_str(), 2);
         EXPECT_EQ(r.rows, (std::vector<row> { { 1, 1, score, "" }, { 2, 2, score, "" } }));
         EXPECT_EQ(r.best, "0000");
     }
@@ -102,7 +95,7 @@ TEST(Search, RootWithoutMoves)
 
 TEST(Search, SingleReplyIsPlayedWithoutSearch)
 {
-    const result r = search("position fen 7k/8/8/8/8/8/8/6RK b - - 0 1", "go depth 5");
+    const result r = search("position fen 7k/8/8/8/8/8/8/6RK b - - 0 1", 5);
     EXPECT_TRUE(r.rows.empty());
     EXPECT_EQ(r.best, "h8h7");
     EXPECT_EQ(node_count, 1);
@@ -114,7 +107,7 @@ constexpr const char *repetition_line = "position fen k7/8/8/8/8/8/8/KQ5n b - - 
 
 TEST(Search, ThirdRepetitionIsADraw)
 {
-    const result r = search(repetition_line, "go depth 1");
+    const result r = search(repetition_line, 1);
     ASSERT_EQ(r.rows.size(), 1u);
     EXPECT_EQ(r.rows[0].score, 0);
     EXPECT_EQ(r.best, "h1g3");
@@ -124,17 +117,17 @@ TEST(Search, ThirdRepetitionIsADraw)
 
 TEST(Search, FiftiethHalfMoveIsADrawOnlyOnTheCountOfFifty)
 {
-    const result drawn = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 49 1", "go depth 2");
+    const result drawn = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 49 1", 2);
     ASSERT_EQ(drawn.rows.size(), 2u);
     EXPECT_EQ(drawn.rows[1].score, 0);
-    const result lost = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 50 1", "go depth 2");
+    const result lost = search("position fen k7/8/8/8/8/8/8/KQ5n b - - 50 1", 2);
     ASSERT_EQ(lost.rows.size(), 2u);
     EXPECT_LT(lost.rows[1].score, -500);
 }
 
 Board board_of(const char *position_line)
 {
-    handle_command(position_line);
+    set_position(position_line);
     return current_board;
 }
 
@@ -174,39 +167,6 @@ TEST(Quiescence, KnownEvaluationGivesTheSameScore)
     const std::int32_t e = evaluate(board, 1, 0);
     for (int budget : { 0, 4 })
         EXPECT_EQ(quiescence(board, budget, -200, 200, e), quiescence(board, budget, -200, 200));
-}
-
-TEST(SortedMoves, BeforeAnySearchEveryMoveHasItsEvaluation)
-{
-    handle_command("position startpos");
-    clear_counters();
-    std::fill(std::begin(pv_length), std::end(pv_length), 0);
-    const std::string out = output_of("sortedmoves");
-    EXPECT_EQ(out.find("True"), std::string::npos);
-    EXPECT_EQ(out.find("12000"), std::string::npos);
-    // Each quiet move shows the evaluation after it, from the mover's side.
-    MoveList list;
-    list.count = 0;
-    generate_moves(current_board, &list);
-    ASSERT_EQ(list.count, 20);
-    for (int i = 0; i < list.count; i++) {
-        Board child = current_board;
-        apply_move(&child, list.moves[i]);
-        char text[8];
-        move_to_text(list.moves[i], text);
-        const std::string line
-            = std::string(text) + ": " + std::to_string(evaluate(child, 1, 0)) + "   False\n";
-        EXPECT_NE(out.find(line), std::string::npos) << line;
-    }
-}
-
-TEST(SortedMoves, AfterASearchMarksTheFirstMoveOfTheLine)
-{
-    search("position startpos", "go depth 5");
-    const std::string out = output_of("sortedmoves");
-    EXPECT_EQ(out.substr(0, 19), "e2e4: 12000   True\n");
-    // Exactly one move is marked.
-    EXPECT_EQ(out.find("True"), out.rfind("True"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The hash table: probe and replacement rules, and clears that leave every slot empty.
 #include <gtest/gtest.h>
 
-#include "tt.h"
+#include "search/tt.h"
 
 namespace {
 

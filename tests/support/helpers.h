@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "board.h"
-#include "fen.h"
+#include "position/board.h"
+#include "position/fen.h"
 
 constexpr int sq(const char *name) { return (name[1] - '1') * 8 + (name[0] - 'a'); }
 

@@ -1,7 +1,7 @@
 // Test entry point: fills the attack tables once, as start-up does, before any test runs.
 #include <gtest/gtest.h>
 
-#include "attacks.h"
+#include "movegen/attacks.h"
 
 int main(int argc, char **argv)
 {

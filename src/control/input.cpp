@@ -1,12 +1,12 @@
 // The line ring and the input poll.
-#include "input.h"
+#include "control/input.h"
 
 #include <cctype>
 #include <cstring>
 
-#include "platform.h"
-#include "search_limits.h"
-#include "text.h"
+#include "control/search_limits.h"
+#include "platform/platform.h"
+#include "position/text.h"
 
 char input_line[command_size];
 std::int32_t input_line_length = 0;

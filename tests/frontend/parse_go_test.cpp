@@ -1,11 +1,10 @@
-// The limits of a `go` line, the clock budget and the deadline test.
+// The limits of a `go` line and the clock budget.
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "board.h"
-#include "platform.h"
-#include "search_limits.h"
+#include "frontend/parse_go.h"
+#include "position/board.h"
 
 namespace {
 
@@ -119,34 +118,6 @@ TEST(ParseGo, OverlongLinesAreCut)
     EXPECT_EQ(go(line.c_str()), bare);
     const std::string fits = "go" + std::string(4095 - 2 - 7, ' ') + "depth 7";
     EXPECT_EQ(go(fits.c_str()), (limits { 7, 0, 0 }));
-}
-
-TEST(Clock, ElapsedIsTheAbsoluteDifference)
-{
-    EXPECT_EQ(elapsed_ms(1500.9, 1000.0), 500);
-    EXPECT_EQ(elapsed_ms(1000.0, 1500.9), 500);
-    EXPECT_EQ(elapsed_ms(7.0, 7.0), 0);
-}
-
-TEST(Clock, DeadlineIsStrict)
-{
-    search_stop = 0;
-    time_limit_active = 1;
-    search_time_limit_ms = 100;
-    // Elapsed just above 100.2 ms counts as 100: not yet past the limit.
-    search_start_ms = clock_ms_real() - 100.2;
-    check_deadline();
-    EXPECT_EQ(search_stop, 0);
-    search_start_ms = clock_ms_real() - 101.5;
-    check_deadline();
-    EXPECT_EQ(search_stop, 1);
-    // Without a time limit the clock is never looked at.
-    search_stop = 0;
-    time_limit_active = 0;
-    search_start_ms = clock_ms_real() - 1e9;
-    check_deadline();
-    EXPECT_EQ(search_stop, 0);
-    time_limit_active = 1;
 }
 
 } // namespace

@@ -16,10 +16,6 @@ constexpr int default_depth = 6, default_time_ms = 10000;
 constexpr int depth_ceiling = 12, time_ceiling_ms = 5500;
 constexpr int default_moves_to_go = 30, lowest_budget_ms = 20, clock_margin_ms = 10;
 
-// Reads the arguments of a `go` line (the whole line) into the three limits; the clock words
-// are read for the side to move of current_board.
-void parse_go(const char *line, std::int32_t *depth, std::int32_t *time_ms, std::int32_t *active);
-
 // The absolute difference of two clock readings, cut to a 32-bit integer.
 std::int32_t elapsed_ms(double now, double start);
 

@@ -1,6 +1,6 @@
 // POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console,
 // anonymous mappings for the one large block.
-#include "platform.h"
+#include "platform/platform.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,0 +1,24 @@
+// Test entry point for the search's suite: the attack tables, the start position and the hash
+// table, as start-up makes them, before any test runs.
+#include <gtest/gtest.h>
+
+#include "control/input.h"
+#include <cstdio>
+
+#include "movegen/attacks.h"
+#include "search/tt.h"
+#include "tests/support/search_setup.h"
+
+int main(int argc, char **argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    init_attack_tables();
+    // The suite's own standard input is not a GUI: the search's poll must never read it.
+    input_is_pipe = 0;
+    if (!hash_allocate()) {
+        std::fputs("no hash table\n", stderr);
+        return 1;
+    }
+    set_position("position startpos");
+    return RUN_ALL_TESTS();
+}
