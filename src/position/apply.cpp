@@ -146,8 +146,11 @@ template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t 
         }
     }
 
-    // A capture takes the enemy piece off; a king is never taken off its set.
-    const Bitboard capture_bit = square_bit(capture_square);
+    // A capture takes the enemy piece off; a king is never taken off its set. An en passant onto
+    // the mover's first rank (only a garbled board has a pawn that can make it) has its victim
+    // square off the board: no piece stands there, so nothing is taken, not even on `to`.
+    const Bitboard capture_bit
+        = capture_square >= 0 && capture_square < 64 ? square_bit(capture_square) : 0;
     static constexpr Set victims[5]
         = { them::pawns, them::rooks, them::knights, them::bishops, them::queens };
     static constexpr int victim_kinds[5]

@@ -54,6 +54,20 @@ std::string random_line(std::mt19937 &random)
 
 } // namespace
 
+// Two boards the random lines never built. A pawn taking en passant onto its own first rank
+// takes nothing, and the keys stay equal. A run-on row stacks a pawn and a bishop on b5, so the
+// bishop's move to f1 is applied as that pawn's en passant when its legality is tried.
+TEST(Garbage, EnpassantOffTheBoard)
+{
+    run_command("position fen 3pk3/8/8/3pP3/8/8/8/4K3 w - d6 0 1 moves e5d1");
+    EXPECT_EQ(
+        run_command("boardkey"), "static  key: 81df6990b270704a\ncurrent key: 81df6990b270704a\n");
+    run_command("position fen 4k3/8/8/1B6/81P/8/8/4K3 w - f6 0 1");
+    EXPECT_EQ(run_command("movlist"),
+        "b5b6\nb5f1\nb5e2\nb5d3\nb5a4\nb5c4\nb5a6\nb5c6\nb5d7\nb5e8\n"
+        "e1d1\ne1f1\ne1d2\ne1e2\ne1f2\n");
+}
+
 TEST(Garbage, RandomLinesLeaveTheEngineWorking)
 {
     std::mt19937 random(12345);

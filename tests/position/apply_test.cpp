@@ -116,6 +116,35 @@ TEST(Apply, EnpassantCaptureTakesThePawnBehind)
     EXPECT_EQ(k.board.enpassant_file, -1);
 }
 
+// A pawn on the en-passant rank stepping onto the en-passant file of the mover's first rank (only
+// a garbled board has one) would take on a square off the board: nothing is taken, not even the
+// piece standing on `to`, in both appliers and for both colours.
+TEST(Apply, EnpassantOntoTheFirstRankTakesNothing)
+{
+    struct {
+        const char *fen, *move, *after;
+        Bitboard Board::*stacked; // the piece left on `to` under the pawn, if any
+    } cases[] = {
+        { "3pk3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", "e5d1", "3pk3/8/8/3p4/8/8/8/3PK3 b - - 0 1",
+            nullptr },
+        { "4k3/8/8/3pP3/8/8/8/3nK3 w - d6 0 1", "e5d1", "4k3/8/8/3p4/8/8/8/3PK3 b - - 0 1",
+            &Board::black_knights },
+        { "4k1R1/8/8/8/5pP1/8/8/4K3 b - g3 3 1", "f4g8", "4k1p1/8/8/8/6P1/8/8/4K3 w - - 0 1",
+            &Board::white_rooks },
+    };
+    for (const auto &c : cases) {
+        keyed_board k = from_fen(c.fen);
+        Board plain = k.board;
+        Board expected = parse_fen(c.after);
+        expected.enpassant_file = -1;
+        if (c.stacked) expected.*c.stacked |= square_bit(move_to(text_to_move(c.move)));
+        play(k, c.move);
+        EXPECT_EQ(k.board, expected) << c.fen;
+        apply_move(&plain, text_to_move(c.move));
+        EXPECT_EQ(plain, expected) << c.fen;
+    }
+}
+
 TEST(Apply, PromotionsWithAndWithoutCapture)
 {
     keyed_board k = from_fen("1n2k3/P7/8/8/8/8/8/4K3 w - - 7 1");
