@@ -1,5 +1,7 @@
-// The alpha-beta node: mate-distance clamp, hash probe, horizon, null move, futility rules,
-// extensions, a one-ply late-move reduction, draws and the principal variation.
+// The alpha-beta node, in numbered steps from the stop test to the store: mate-distance clamp,
+// hash probe, horizon, null move, futility rules, extensions, a one-ply late-move reduction,
+// draws and the principal variation. Each step that takes more than a few lines is a function
+// above alpha_beta, headed by its step number.
 #include "search/alpha_beta.h"
 
 #include <bit>
@@ -56,6 +58,155 @@ void update_pv(int ply, Move move)
     pv_length[ply] = n;
 }
 
+// What a node knows once its window is settled, for the steps after the probe.
+struct Node {
+    std::uint64_t key = 0;
+    std::int32_t depth = 0;
+    int ply = 0;
+    std::int32_t entry_alpha = 0, entry_beta = 0; // the window after the mate-distance clamp
+    std::int32_t cur_alpha = 0, cur_beta = 0; // the window in use, narrowed by the probe
+    bool in_check = false;
+    bool endgame = false; // little material left; only worked out at depth 2 and more
+    bool opening_root = false; // root moves get the opening steering
+    bool futility_allowed = false; // both futility rules may apply; static_score is then set
+    std::int32_t static_score = 0;
+};
+
+// Step 4: the hash probe. An entry at least as deep narrows the window in use, and ends the node
+// with its score (into *score) when it is exact or closes the window.
+bool probe_ends_node(Node *node, std::int32_t *score)
+{
+    node->cur_alpha = node->entry_alpha;
+    node->cur_beta = node->entry_beta;
+    HashEntry entry;
+    if (!hash_probe(node->key, &entry) || entry.depth < node->depth) return false;
+    const std::int32_t s = entry.score;
+    *score = s;
+    if (entry.bound == bound_exact) return true;
+    if (entry.bound == bound_lower) node->cur_alpha = node->entry_alpha > s ? node->entry_alpha : s;
+    if (entry.bound == bound_upper) node->cur_beta = node->entry_beta < s ? node->entry_beta : s;
+    return node->cur_alpha >= node->cur_beta;
+}
+
+// Step 6: at the horizon quiescence settles the position, with a larger budget in check; its
+// score is stored at depth 0 with no move.
+std::int32_t horizon(const Board &board, const Node &node, std::int32_t known_eval)
+{
+    const std::int32_t budget = node.in_check ? quiescence_budget_in_check : quiescence_budget;
+    const std::int32_t score = quiescence(
+        board, budget, node.cur_alpha, node.cur_beta, known_eval, node.in_check ? 1 : 0);
+    hash_store(node.key, score, bound_for(score, node.entry_alpha, node.entry_beta), 0, 0);
+    return score;
+}
+
+// Step 8: a null move that still fails high. Passing leaves the key history as it was.
+bool null_move_fails_high(const Board &board, const Node &node)
+{
+    const int reduction = node.depth > 5 ? 3 : 2;
+    Board child = board;
+    std::uint64_t child_key = node.key;
+    apply_null_move(&child, &child_key);
+    const std::int32_t score = -alpha_beta(
+        child, node.depth - 1 - reduction, -node.cur_beta, 1 - node.cur_beta, child_key, node.ply);
+    return score >= node.cur_beta;
+}
+
+// Step 14: the score of move `m`, the `index`th of the list, searched from `board` at
+// `new_depth`: a principal-variation search with a one-ply late-move reduction. A child that is a
+// draw by repetition or by the fifty-move count scores 0 unsearched.
+std::int32_t search_move(const Board &board, const Node &node, Move m, int index,
+    std::int32_t new_depth, bool reducible, std::int32_t child_eval)
+{
+    Board child = board;
+    std::uint64_t child_key = node.key;
+    apply_move_keyed(&child, m, &child_key);
+    push_key(child_key);
+    std::int32_t score = 0;
+    if (!is_third_repetition(child_key) && child.fifty_move != 50) {
+        const std::int32_t d = new_depth > 0 ? new_depth : 0;
+        const std::int32_t check = (m & move_gives_check) ? 1 : 0;
+        const std::int32_t alpha = node.cur_alpha, beta = node.cur_beta;
+        if (index == 0) {
+            score = -alpha_beta(child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
+        } else {
+            bool full = true;
+            // A late quiet move is first tried one ply shallower, with a null window.
+            if (reducible && index > 2) {
+                const std::int32_t reduced = new_depth - 1 > 0 ? new_depth - 1 : 0;
+                score = -alpha_beta(
+                    child, reduced, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
+                full = score > alpha;
+            }
+            if (full) {
+                score = -alpha_beta(
+                    child, d, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
+                if (alpha < score && score < beta)
+                    score = -alpha_beta(
+                        child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
+            }
+        }
+    }
+    pop_key();
+    return score;
+}
+
+// Step 15: a move that raised alpha or cut off is remembered by the counters (when quiet) and
+// by the principal variation, in the rows that the iteration reads.
+void remember_move(const Node &node, Move m, bool cutoff)
+{
+    if (node.ply > iteration_depth) return;
+    if (is_quiet(m)) (cutoff ? cutoff_counts : alpha_counts)[node.ply][move_from(m)][move_to(m)]++;
+    update_pv(node.ply, m);
+}
+
+// Steps 12 to 15: orders the list and walks it. Returns false when the stop flag was found up at
+// the head of a move; else true, with the best score and move in *best and *best_move.
+bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *best, Move *best_move)
+{
+    // Step 12. Ordering. The evaluations that it makes are the children's own, seen from the
+    // other side: they are handed down rather than worked out again.
+    std::int32_t child_evals[max_moves];
+    if (node.depth > 1)
+        order_moves(node.ply, board, list, node.key, child_evals);
+    else
+        order_by_evaluation(board, list, child_evals);
+
+    // Step 13. Futility: far below alpha, quiet moves late in the list are not tried.
+    int prune_from = no_pruning;
+    if (node.futility_allowed && node.static_score + futility_margin[node.depth] < node.cur_alpha)
+        prune_from = futility_from_index[node.depth];
+
+    for (int i = 0; i < list->count; i++) {
+        if (search_stop) return false;
+        const Move m = list->moves[i];
+        const bool quiet = is_quiet(m);
+        // Step 14. Extensions, pruning, and the search of the child.
+        const int check_ext = (m & move_gives_check) && node.depth <= 3 && !node.in_check ? 1 : 0;
+        const int passed_ext = node.endgame && is_passed_pawn_push(board, m) ? 1 : 0;
+        if (!passed_ext && i >= prune_from && quiet) continue;
+        const bool reducible
+            = node.depth > 2 && node.ply > 0 && !node.in_check && !passed_ext && quiet;
+        std::int32_t score = search_move(board, node, m, i, node.depth - 1 + check_ext + passed_ext,
+            reducible, negate_eval(child_evals[i]));
+        if (node.opening_root) score += opening_steering(board, m);
+
+        // Step 15. A new best; a cut-off ends the loop.
+        if (score > *best) {
+            *best = score;
+            *best_move = m;
+        }
+        if (*best >= node.cur_beta) {
+            remember_move(node, m, true);
+            break;
+        }
+        if (*best > node.cur_alpha) {
+            node.cur_alpha = *best;
+            remember_move(node, m, false);
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 bool is_passed_pawn_push(const Board &board, Move move)
@@ -110,164 +261,76 @@ std::int32_t opening_steering(const Board &board, Move move)
 std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
     std::uint64_t key, int parent_ply, std::int32_t known_eval, std::int32_t known_check)
 {
-    // Early exits and bookkeeping.
+    // Step 1. A raised stop flag ends every node at once.
     if (search_stop) return 0;
-    const int ply = parent_ply + 1;
-    // Rows beyond the table are never read; only long chains of extensions reach them.
-    if (ply < pv_rows) pv_length[ply] = ply + 1;
+
+    // Step 2. Initialise the node: its ply, its row of the principal variation (rows beyond the
+    // table are never read; only long chains of extensions reach them), the node count, and at
+    // every 2048th node the clock and the input.
+    Node node { .key = key, .depth = depth, .ply = parent_ply + 1 };
+    if (node.ply < pv_rows) pv_length[node.ply] = node.ply + 1;
     node_count = std::int32_t(std::uint32_t(node_count) + 1);
-    const bool opening_root = ply == 0 && is_opening_root(board);
+    node.opening_root = node.ply == 0 && is_opening_root(board);
     if ((std::uint32_t(node_count) & poll_mask) == poll_mask) {
         check_deadline();
         poll_input();
     }
 
-    // Mate-distance clamp: no score here can beat a mate already found nearer the root.
-    const std::int32_t entry_alpha = alpha > ply - mate_score ? alpha : ply - mate_score;
-    const std::int32_t entry_beta = beta < mate_score - 1 - ply ? beta : mate_score - 1 - ply;
-    if (entry_alpha >= entry_beta) return entry_alpha;
+    // Step 3. Mate-distance clamp: no score here can beat a mate already found nearer the root.
+    const int ply = node.ply;
+    node.entry_alpha = alpha > ply - mate_score ? alpha : ply - mate_score;
+    node.entry_beta = beta < mate_score - 1 - ply ? beta : mate_score - 1 - ply;
+    if (node.entry_alpha >= node.entry_beta) return node.entry_alpha;
 
-    // Hash probe: an entry at least as deep may end the node or narrow its window.
-    std::int32_t cur_alpha = entry_alpha, cur_beta = entry_beta;
-    HashEntry entry;
-    if (hash_probe(key, &entry) && entry.depth >= depth) {
-        const std::int32_t s = entry.score;
-        if (entry.bound == bound_exact) return s;
-        if (entry.bound == bound_lower) cur_alpha = entry_alpha > s ? entry_alpha : s;
-        if (entry.bound == bound_upper) cur_beta = entry_beta < s ? entry_beta : s;
-        if (cur_alpha >= cur_beta) return s;
-    }
+    // Step 4. Hash probe: an entry at least as deep may end the node or narrow its window.
+    std::int32_t score;
+    if (probe_ends_node(&node, &score)) return score;
 
-    // The check bit of the parent's move answers this where there was one.
-    const bool in_check = known_check >= 0 ? known_check != 0 : side_in_check(board);
+    // Step 5. Check: the check bit of the parent's move answers it where there was one.
+    node.in_check = known_check >= 0 ? known_check != 0 : side_in_check(board);
 
-    // Horizon: quiescence settles the position.
-    if (depth == 0) {
-        const std::int32_t budget = in_check ? quiescence_budget_in_check : quiescence_budget;
-        const std::int32_t score
-            = quiescence(board, budget, cur_alpha, cur_beta, known_eval, in_check ? 1 : 0);
-        hash_store(key, score, bound_for(score, entry_alpha, entry_beta), 0, 0);
-        return score;
-    }
+    // Step 6. Horizon: quiescence settles the position.
+    if (depth == 0) return horizon(board, node, known_eval);
 
-    const bool endgame = depth >= 2 && material_of_both(board) <= endgame_material;
-    const bool pieces = side_has_pieces(board);
+    // Step 7. Material: the passed-pawn extension needs an endgame, null move and futility
+    // need pieces besides pawns.
+    node.endgame = depth >= 2 && material_of_both(board) <= endgame_material;
+    const bool pruning_allowed
+        = ply > 0 && !node.in_check && node.cur_beta <= mate_score - 1 && side_has_pieces(board);
 
-    // Null move: if passing still fails high, so will a real move.
-    if (depth > 2 && ply > 0 && !in_check && cur_beta <= mate_score - 1 && pieces) {
-        const int reduction = depth > 5 ? 3 : 2;
-        Board child = board;
-        std::uint64_t child_key = key;
-        apply_null_move(&child, &child_key);
-        const std::int32_t score
-            = -alpha_beta(child, depth - 1 - reduction, -cur_beta, 1 - cur_beta, child_key, ply);
-        if (score >= cur_beta) return cur_beta;
-    }
+    // Step 8. Null move: if passing still fails high, so will a real move.
+    if (depth > 2 && pruning_allowed && null_move_fails_high(board, node)) return node.cur_beta;
 
-    // Reverse futility: near the horizon, a static score far above beta is trusted.
-    const bool futility_allowed = (depth == 1 || depth == 2) && ply > 0 && !in_check
-        && cur_beta <= mate_score - 1 && pieces;
-    std::int32_t static_score = 0;
-    if (futility_allowed) {
-        static_score
+    // Step 9. Reverse futility: near the horizon, a static score far above beta is trusted.
+    node.futility_allowed = (depth == 1 || depth == 2) && pruning_allowed;
+    if (node.futility_allowed) {
+        node.static_score
             = known_eval != unknown_eval ? known_eval : evaluate(board, board.white_to_move, 0);
-        if (static_score - reverse_futility_margin[depth] > cur_beta) return static_score;
+        if (node.static_score - reverse_futility_margin[depth] > node.cur_beta)
+            return node.static_score;
     }
 
+    // Step 10. Generate the moves.
     MoveList list;
     list.count = 0;
     generate_moves(board, &list);
 
+    // Step 11. Nothing to search: checkmate or stalemate, or a forced reply at the root, which is
+    // played without a search.
     std::int32_t best_score = -infinity;
     Move best_move = 0;
     if (list.count == 0) {
-        // Checkmate or stalemate.
-        best_score = in_check ? ply - mate_score : 0;
+        best_score = node.in_check ? ply - mate_score : 0;
     } else if (ply == 0 && list.count == 1) {
-        // A forced reply at the root is played without a search.
         single_reply = 1;
         pv_cell(0, 0) = list.moves[0];
         best_score = 0;
-    } else {
-        // The evaluations that the ordering makes are the children's own, seen from the other
-        // side: they are handed down rather than worked out again.
-        std::int32_t child_evals[max_moves];
-        if (depth > 1)
-            order_moves(ply, board, &list, key, child_evals);
-        else
-            order_by_evaluation(board, &list, child_evals);
-
-        // Futility: far below alpha, quiet moves late in the list are not tried.
-        int prune_from = no_pruning;
-        if (futility_allowed && static_score + futility_margin[depth] < cur_alpha)
-            prune_from = futility_from_index[depth];
-
-        // Move loop.
-        for (int i = 0; i < list.count; i++) {
-            if (search_stop) return 0;
-            const Move m = list.moves[i];
-            const std::int32_t child_eval = negate_eval(child_evals[i]);
-            const bool quiet = is_quiet(m);
-            const int check_ext = (m & move_gives_check) && depth <= 3 && !in_check ? 1 : 0;
-            const int passed_ext = endgame && is_passed_pawn_push(board, m) ? 1 : 0;
-            if (!passed_ext && i >= prune_from && quiet) continue;
-            const std::int32_t new_depth = depth - 1 + check_ext + passed_ext;
-
-            Board child = board;
-            std::uint64_t child_key = key;
-            apply_move_keyed(&child, m, &child_key);
-            push_key(child_key);
-            std::int32_t score;
-            if (is_third_repetition(child_key) || child.fifty_move == 50) {
-                score = 0; // a draw, not searched
-            } else {
-                const std::int32_t d = new_depth > 0 ? new_depth : 0;
-                const std::int32_t check = (m & move_gives_check) ? 1 : 0;
-                if (i == 0) {
-                    score = -alpha_beta(
-                        child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval, check);
-                } else {
-                    bool full = true;
-                    // Late-move reduction: a late quiet move is first tried one ply shallower.
-                    if (depth > 2 && ply > 0 && i > 2 && !in_check && !passed_ext && quiet) {
-                        const std::int32_t reduced = new_depth - 1 > 0 ? new_depth - 1 : 0;
-                        score = -alpha_beta(child, reduced, -cur_alpha - 1, -cur_alpha, child_key,
-                            ply, child_eval, check);
-                        full = score > cur_alpha;
-                    }
-                    if (full) {
-                        score = -alpha_beta(child, d, -cur_alpha - 1, -cur_alpha, child_key, ply,
-                            child_eval, check);
-                        if (cur_alpha < score && score < cur_beta)
-                            score = -alpha_beta(
-                                child, d, -cur_beta, -cur_alpha, child_key, ply, child_eval, check);
-                    }
-                }
-            }
-            pop_key();
-
-            if (opening_root) score += opening_steering(board, m);
-            if (score > best_score) {
-                best_score = score;
-                best_move = m;
-            }
-            if (best_score >= cur_beta) {
-                if (ply <= iteration_depth) {
-                    if (quiet) cutoff_counts[ply][move_from(m)][move_to(m)]++;
-                    update_pv(ply, m);
-                }
-                break;
-            }
-            if (best_score > cur_alpha) {
-                cur_alpha = best_score;
-                if (ply <= iteration_depth) {
-                    if (quiet) alpha_counts[ply][move_from(m)][move_to(m)]++;
-                    update_pv(ply, m);
-                }
-            }
-        }
+    } else if (!move_loop(board, node, &list, &best_score, &best_move)) {
+        return 0; // steps 12 to 15 found the stop flag up
     }
 
-    hash_store(key, best_score, bound_for(best_score, entry_alpha, entry_beta), depth, best_move);
+    // Step 16. Store the result, its bound taken against the window on entry.
+    hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta), depth,
+        best_move);
     return best_score;
 }

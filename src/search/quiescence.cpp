@@ -30,6 +30,43 @@ std::int32_t delta_victim(Move m)
 // that, so the child need not test its king's square again.
 std::int32_t gives_check(Move m) { return (m & move_gives_check) ? 1 : 0; }
 
+// Whether a move list goes through the delta rule: the captures do, evasions and quiet checks
+// don't.
+enum class delta_rule : bool { off, on };
+
+// The loop that every list of a node runs: each move of `list`, in order, is searched with the
+// budget `depth` and the window (*best, beta), and *best rises to the best score. Returns true
+// when the node ends here, with its score in *best: beta on a cut-off, 0 when the stop flag is
+// up. With the delta rule on, a plain capture that can't bring the score near the best, even
+// with the margin, is skipped.
+template <delta_rule delta>
+bool search_list(const Board &board, const MoveList &list, const std::int32_t *child_evals,
+    std::int32_t depth, std::int32_t beta, std::int32_t *best, std::int32_t stand_pat = 0)
+{
+    for (int i = 0; i < list.count; i++) {
+        poll_input();
+        if (search_stop) {
+            *best = 0;
+            return true;
+        }
+        const Move m = list.moves[i];
+        if constexpr (delta == delta_rule::on) {
+            const std::int32_t victim = delta_victim(m);
+            if (victim > 0 && victim + stand_pat + delta_margin < *best) continue;
+        }
+        Board child = board;
+        apply_move(&child, m);
+        const std::int32_t score
+            = -quiescence(child, depth, -beta, -*best, negate_eval(child_evals[i]), gives_check(m));
+        if (score >= beta) {
+            *best = beta;
+            return true;
+        }
+        if (score > *best) *best = score;
+    }
+    return false;
+}
+
 } // namespace
 
 std::uint64_t quiescence_node_count = 0;
@@ -50,25 +87,15 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
     // The ordering of every list below evaluates each child from the mover's side; the child's
     // own evaluation for its side to move is the negative, so it is handed down, not redone.
     std::int32_t child_evals[max_moves];
+    MoveList list;
+    list.count = 0;
 
     // In check: every evasion is searched, whatever the budget, and there is no stand-pat.
     if (known_check >= 0 ? known_check != 0 : side_in_check(board)) {
-        MoveList list;
-        list.count = 0;
         generate_moves(board, &list);
         if (list.count == 0) return quiescence_mate_score;
         order_by_evaluation(board, &list, child_evals);
-        for (int i = 0; i < list.count; i++) {
-            poll_input();
-            if (search_stop) return 0;
-            const Move m = list.moves[i];
-            Board child = board;
-            apply_move(&child, m);
-            const std::int32_t score = -quiescence(
-                child, depth - 1, -beta, -alpha, negate_eval(child_evals[i]), gives_check(m));
-            if (score >= beta) return beta;
-            if (score > alpha) alpha = score;
-        }
+        search_list<delta_rule::off>(board, list, child_evals, depth - 1, beta, &alpha);
         return alpha;
     }
 
@@ -78,8 +105,6 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
 
     // The captures alone, in the generator's order; the full list is made only if quiet checks
     // are wanted after them.
-    MoveList list;
-    list.count = 0;
     generate_captures(board, &list);
     // No capture: the static score stands, below alpha too, and no quiet check is tried.
     if (list.count == 0) return stand_pat;
@@ -96,20 +121,9 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
     }
     list.count = kept;
     order_by_evaluation(board, &list, child_evals);
-    for (int i = 0; i < list.count; i++) {
-        poll_input();
-        if (search_stop) return 0;
-        const Move m = list.moves[i];
-        // Delta rule: a plain capture that can't bring the score near the best is skipped.
-        const std::int32_t victim = delta_victim(m);
-        if (victim > 0 && victim + stand_pat + delta_margin < best) continue;
-        Board child = board;
-        apply_move(&child, m);
-        const std::int32_t score
-            = -quiescence(child, depth, -beta, -best, negate_eval(child_evals[i]), gives_check(m));
-        if (score >= beta) return beta;
-        if (score > best) best = score;
-    }
+    // Captures are free: the budget stays as it is.
+    if (search_list<delta_rule::on>(board, list, child_evals, depth, beta, &best, stand_pat))
+        return best;
 
     if (depth <= 0) return best;
     if (stand_pat + check_margin < best) return best;
@@ -126,16 +140,6 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
     if (list.count == 0) return best;
     order_by_evaluation(board, &list, child_evals);
     if (list.count > quiet_check_limit) list.count = quiet_check_limit;
-    for (int i = 0; i < list.count; i++) {
-        poll_input();
-        if (search_stop) return 0;
-        const Move m = list.moves[i];
-        Board child = board;
-        apply_move(&child, m);
-        const std::int32_t score = -quiescence(
-            child, depth - 1, -beta, -best, negate_eval(child_evals[i]), gives_check(m));
-        if (score >= beta) return beta;
-        if (score > best) best = score;
-    }
+    search_list<delta_rule::off>(board, list, child_evals, depth - 1, beta, &best);
     return best;
 }
