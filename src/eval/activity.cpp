@@ -1,7 +1,7 @@
 // Piece activity: counts over attack sets, rook files and connected heavy pieces.
 #include "eval/activity.h"
 
-#include "eval/square_count.h"
+#include "position/board.h"
 
 namespace eval {
 

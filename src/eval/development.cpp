@@ -2,7 +2,7 @@
 // black through relative_square: ranks mirrored, files kept.
 #include "eval/development.h"
 
-#include "eval/square_count.h"
+#include "position/board.h"
 
 namespace eval {
 

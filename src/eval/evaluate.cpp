@@ -11,18 +11,19 @@
 #include "eval/king_safety.h"
 #include "eval/patterns.h"
 #include "eval/report.h"
-#include "eval/square_count.h"
 #include "eval/tables.h"
+#include "position/board.h"
 
 namespace eval {
 
 namespace {
 
-// Material of one colour: pawn 100, rook 500, knight 300, bishop 320, queen 900; the king none.
+// Material of one colour; the king has none.
 std::int32_t material_of(const eval_input &in, int us)
 {
-    return 100 * square_count(in.pawns[us]) + 500 * in.rook_count[us] + 300 * in.knight_count[us]
-        + 320 * in.bishop_count[us] + 900 * in.queen_count[us];
+    return value_of(pawn) * square_count(in.pawns[us]) + value_of(rook) * in.rook_count[us]
+        + value_of(knight) * in.knight_count[us] + value_of(bishop) * in.bishop_count[us]
+        + value_of(queen) * in.queen_count[us];
 }
 
 // The facts every term reads; written here so that the evaluation inlines it.

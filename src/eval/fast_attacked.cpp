@@ -7,12 +7,6 @@ namespace eval {
 
 namespace {
 
-// Pawns strike one rank forward on the two neighbouring files. No square of the first two
-// ranks counts as attacked by a white pawn, none of the last two by a black one: a pawn of a
-// real game never stands on its own first rank.
-constexpr Bitboard white_pawn_reach = ~Bitboard(0xFFFF);
-constexpr Bitboard black_pawn_reach = ~Bitboard(0) >> 16;
-
 template <int us> int fast_attacked_by(Board board, int square)
 {
     const Bitboard all = white_set(board) | black_set(board);
@@ -38,13 +32,8 @@ template <int us> Bitboard attacked_squares(eval_input &in)
 {
     piece_reach &reach = in.reach[us];
     const Bitboard all = in.all;
-    Bitboard attacked = king_neighbours(in.king_square[us]);
-    if constexpr (us == white)
-        attacked |= (((in.pawns[us] << 7) & ~file_h) | ((in.pawns[us] << 9) & ~file_a))
-            & white_pawn_reach;
-    else
-        attacked |= (((in.pawns[us] >> 7) & ~file_a) | ((in.pawns[us] >> 9) & ~file_h))
-            & black_pawn_reach;
+    Bitboard attacked
+        = king_neighbours(in.king_square[us]) | pawn_attacks<us == white>(in.pawns[us]);
     int n = 0;
     for (Bitboard set = in.knights[us]; set; set &= set - 1, n++)
         attacked |= reach.knight[n] = knight_attacks[first_square(set)];

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "eval/fast_attacked.h"
-#include "eval/square_count.h"
+#include "position/board.h"
 
 namespace eval {
 

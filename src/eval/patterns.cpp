@@ -2,7 +2,7 @@
 // read for black through relative_square: ranks mirrored, files kept.
 #include "eval/patterns.h"
 
-#include "eval/square_count.h"
+#include "position/board.h"
 
 namespace eval {
 

@@ -1,7 +1,7 @@
 // The piece-square tables.
 #include "eval/tables.h"
 
-#include "eval/square_count.h"
+#include "position/board.h"
 
 namespace eval {
 

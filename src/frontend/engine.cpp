@@ -10,9 +10,8 @@
 #include "frontend/commands.h"
 #include "movegen/attacks.h"
 #include "platform/platform.h"
-#include "position/apply.h"
 #include "position/board.h"
-#include "position/zobrist.h"
+#include "position/fen.h"
 #include "search/tt.h"
 
 void engine_init()
@@ -21,9 +20,7 @@ void engine_init()
     // position.
     init_attack_tables();
     current_board = start_board;
-    current_key = full_key(&current_board);
-    key_history[0] = current_key;
-    key_history_count = 1;
+    new_game();
     if (!hash_allocate()) {
         static const char message[] = "Failed to allocate hash table\r\n";
         std::fwrite(message, 1, sizeof message - 1, stderr);

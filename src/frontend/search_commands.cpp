@@ -27,7 +27,7 @@ int run_go(const char *line, char *)
     parse_go(line, &search_depth_limit, &search_time_limit_ms, &time_limit_active);
     // A board without exactly one king of each colour can't be searched: there is no move to
     // give, and the answer comes at once.
-    const char *best = board_searchable(current_board) ? iterate_search(print_info) : "0000";
+    const char *best = one_king_each(current_board) ? iterate_search(print_info) : "0000";
     std::printf("bestmove %s\r\n", best);
     std::printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
     std::fflush(stdout);
@@ -37,7 +37,7 @@ int run_go(const char *line, char *)
 int run_sortedmoves(const char *, char *)
 {
     // Without exactly one king of each colour there is no move list to show.
-    if (!board_searchable(current_board)) return 0;
+    if (!one_king_each(current_board)) return 0;
     MoveList list;
     list.count = 0;
     generate_moves(current_board, &list);

@@ -178,20 +178,40 @@ inline Bitboard bishop_attacks(int square, Bitboard occupied)
     return slider_slots[e.offset + ((occupied & e.mask) * e.multiplier >> e.shift)];
 }
 
-// 1 when a pawn of `pawns` (white pawns when `white`, else black ones) strikes `square`
-// (0..63): pawns strike one rank forward on the two neighbouring files. No square of the first
-// two ranks counts as struck by a white pawn, none of the last two by a black one: a pawn of a
-// real game never stands on its own first rank.
-template <bool white> inline int pawn_strikes(Bitboard pawns, int square)
+constexpr Bitboard file_a = 0x0101010101010101, file_h = file_a << 7;
+
+// Pawns strike one rank forward on the two neighbouring files. No square of the first two ranks
+// counts as struck by a white pawn, none of the last two by a black one: a pawn of a real game
+// never stands on its own first rank.
+
+// Squares from which a pawn of that colour strikes `square` (0..63).
+template <bool white> constexpr Bitboard pawn_attackers_of(int square)
 {
     const int file = square_file(square);
+    Bitboard from = 0;
     if constexpr (white) {
         if (square < 16) return 0;
-        return ((pawns & square_bit(square - 7)) && file < 7)
-            || ((pawns & square_bit(square - 9)) && file != 0);
+        if (file < 7) from |= square_bit(square - 7);
+        if (file != 0) from |= square_bit(square - 9);
     } else {
         if (square > 47) return 0;
-        return ((pawns & square_bit(square + 7)) && file != 0)
-            || ((pawns & square_bit(square + 9)) && file < 7);
+        if (file != 0) from |= square_bit(square + 7);
+        if (file < 7) from |= square_bit(square + 9);
     }
+    return from;
+}
+
+// Every square that a pawn of `pawns` (of that colour) strikes.
+template <bool white> constexpr Bitboard pawn_attacks(Bitboard pawns)
+{
+    if constexpr (white)
+        return (((pawns << 7) & ~file_h) | ((pawns << 9) & ~file_a)) & ~Bitboard(0xFFFF);
+    else
+        return (((pawns >> 7) & ~file_a) | ((pawns >> 9) & ~file_h)) & ~Bitboard(0) >> 16;
+}
+
+// 1 when a pawn of `pawns` strikes `square` (0..63).
+template <bool white> inline int pawn_strikes(Bitboard pawns, int square)
+{
+    return (pawns & pawn_attackers_of<white>(square)) != 0;
 }

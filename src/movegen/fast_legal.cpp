@@ -33,24 +33,6 @@ inline army black_army(const Board &b)
         b.black_king, black_set(b) };
 }
 
-// Squares from which a pawn of that colour attacks `square`, by the rule of the square tests: no
-// pawn attacks from behind its own second rank.
-template <bool white> inline Bitboard pawn_attackers_of(int square)
-{
-    const int file = square_file(square);
-    Bitboard from = 0;
-    if constexpr (white) {
-        if (square < 16) return 0;
-        if (file < 7) from |= square_bit(square - 7);
-        if (file != 0) from |= square_bit(square - 9);
-    } else {
-        if (square > 47) return 0;
-        if (file != 0) from |= square_bit(square + 7);
-        if (file < 7) from |= square_bit(square + 9);
-    }
-    return from;
-}
-
 // Whether `attackers` (a side with its king on `king_square`) reach `square` with the blockers
 // `occupied`.
 template <bool white_attacks>
@@ -172,7 +154,6 @@ template <bool white, bool captures> struct generator {
     // it the pawns with nothing to take.
     Bitboard could_take() const
     {
-        constexpr Bitboard file_a = 0x0101010101010101ULL, file_h = file_a << 7;
         constexpr Bitboard enpassant_rank_set = white ? 0xFFULL << 32 : 0xFFULL << 24;
         const Bitboard toward_h_takers
             = white ? (them.all >> 9) & ~file_h : (them.all << 7) & ~file_h;
@@ -351,16 +332,6 @@ inline bool ordinary(const Board &b)
 
 namespace {
 
-// Squares of a set, bit-parallel: without the processor's population count instruction the
-// library routine costs a call per set.
-constexpr int count_squares(Bitboard set)
-{
-    set = set - ((set >> 1) & 0x5555555555555555);
-    set = (set & 0x3333333333333333) + ((set >> 2) & 0x3333333333333333);
-    set = (set + (set >> 4)) & 0x0F0F0F0F0F0F0F0F;
-    return int((set * 0x0101010101010101) >> 56);
-}
-
 // More moves than the side to move can possibly have: a queen reaches at most 27 squares, a rook
 // 14, a bishop 13, a knight 8, the king 8 and two castlings, a pawn about to promote 12 words,
 // any other pawn 5.
@@ -369,11 +340,11 @@ int move_bound(const Board &b)
     const bool white = b.white_to_move;
     const Bitboard pawns = white ? b.white_pawns : b.black_pawns;
     const Bitboard last_but_one = white ? 0x00FF000000000000ULL : 0x000000000000FF00ULL;
-    return 27 * count_squares(white ? b.white_queens : b.black_queens)
-        + 14 * count_squares(white ? b.white_rooks : b.black_rooks)
-        + 13 * count_squares(white ? b.white_bishops : b.black_bishops)
-        + 8 * count_squares(white ? b.white_knights : b.black_knights) + 10
-        + 12 * count_squares(pawns & last_but_one) + 5 * count_squares(pawns & ~last_but_one);
+    return 27 * square_count(white ? b.white_queens : b.black_queens)
+        + 14 * square_count(white ? b.white_rooks : b.black_rooks)
+        + 13 * square_count(white ? b.white_bishops : b.black_bishops)
+        + 8 * square_count(white ? b.white_knights : b.black_knights) + 10
+        + 12 * square_count(pawns & last_but_one) + 5 * square_count(pawns & ~last_but_one);
 }
 
 template <bool captures> bool generate_fast(const Board &board, MoveList *list)

@@ -13,13 +13,6 @@ namespace {
 
 PseudoMoveList pseudo;
 
-// Removes slot `index`, keeping the order of the rest.
-void remove_pseudo(int index)
-{
-    for (int j = index; j + 1 < pseudo.count; j++) pseudo.moves[j] = pseudo.moves[j + 1];
-    pseudo.count--;
-}
-
 // Every board, however garbled: the generators write every pseudo-legal word, and each is tried.
 void generate_by_trial(const Board &board, MoveList *list)
 {
@@ -56,7 +49,7 @@ void generate_by_trial(const Board &board, MoveList *list)
                 apply_move(&copy, word);
                 if (white ? white_king_line_attacked(copy, own_king, direction)
                           : black_king_line_attacked(copy, own_king, direction)) {
-                    remove_pseudo(i);
+                    remove_move(&pseudo, i);
                     continue;
                 }
             }
@@ -67,7 +60,7 @@ void generate_by_trial(const Board &board, MoveList *list)
             apply_move(&copy, word);
             const int king_now = first_square(white ? copy.white_king : copy.black_king);
             if (white ? attacked_by_black(copy, king_now) : attacked_by_white(copy, king_now)) {
-                remove_pseudo(i);
+                remove_move(&pseudo, i);
                 continue;
             }
         }

@@ -2,23 +2,9 @@
 #include "position/board.h"
 
 #include <cctype>
-#include <cstring>
 
 Board current_board = start_board;
 std::uint64_t current_key = 0;
-
-bool operator==(const Board &a, const Board &b)
-{
-    return a.white_rooks == b.white_rooks && a.white_knights == b.white_knights
-        && a.white_bishops == b.white_bishops && a.white_queens == b.white_queens
-        && a.white_king == b.white_king && a.white_pawns == b.white_pawns
-        && a.black_rooks == b.black_rooks && a.black_knights == b.black_knights
-        && a.black_bishops == b.black_bishops && a.black_queens == b.black_queens
-        && a.black_king == b.black_king && a.black_pawns == b.black_pawns
-        && a.white_ooo == b.white_ooo && a.white_oo == b.white_oo && a.black_ooo == b.black_ooo
-        && a.black_oo == b.black_oo && a.fifty_move == b.fifty_move
-        && a.enpassant_file == b.enpassant_file && a.white_to_move == b.white_to_move;
-}
 
 char piece_letter(int code) { return code >= 1 && code <= 6 ? piece_letters[code - 1] : ' '; }
 
@@ -65,12 +51,4 @@ Move text_to_move(const char *text)
     move |= field(text[3], '1') << 9;
     if (text[4] != '\0') move |= move_promoted | promotion_bits(promotion_code(text[4]));
     return move;
-}
-
-void remove_move(MoveList *list, int index)
-{
-    if (index < 0 || index >= list->count) return;
-    std::memmove(&list->moves[index], &list->moves[index + 1],
-        sizeof(Move) * std::size_t(list->count - index - 1));
-    list->count--;
 }

@@ -13,12 +13,28 @@ constexpr int square_file(int square) { return square & 7; }
 constexpr int square_rank(int square) { return square >> 3; }
 constexpr Bitboard square_bit(int square) { return Bitboard(1) << square; }
 
+// clang-format off
+enum : int {
+    a1 = 0, b1, c1, d1, e1, f1, g1, h1,
+    a2, b2, c2, d2, e2, f2, g2, h2,
+    a3, b3, c3, d3, e3, f3, g3, h3,
+    a4, b4, c4, d4, e4, f4, g4, h4,
+    a5, b5, c5, d5, e5, f5, g5, h5,
+    a6, b6, c6, d6, e6, f6, g6, h6,
+    a7, b7, c7, d7, e7, f7, g7, h7,
+    a8, b8, c8, d8, e8, f8, g8, h8,
+};
+// clang-format on
+
 // Piece codes: the colour is never part of the code; 0 is no piece.
 enum : int { no_piece = 0, pawn = 1, rook = 2, knight = 3, bishop = 4, king = 5, queen = 6 };
 
 // Indexed by code - 1.
 constexpr char piece_letters[7] = "prnbkq";
 constexpr int piece_values[6] = { 100, 500, 300, 320, 0, 900 };
+
+// Value of a piece code: 0 for the king and for any value that names no piece.
+constexpr int value_of(int code) { return code >= 1 && code <= 6 ? piece_values[code - 1] : 0; }
 
 // A position as a flat value: copied for every trial of a move, never undone.
 struct Board {
@@ -32,6 +48,18 @@ struct Board {
     // File of the pawn that has just made a double step, -1 for none.
     std::int8_t enpassant_file;
     std::int32_t white_to_move;
+
+    friend bool operator==(const Board &, const Board &) = default;
+};
+
+// The twelve piece sets by colour (0 white, 1 black) and piece code - 1, so that code which
+// treats every set alike walks this table instead of naming the sets.
+using PieceSet = Bitboard Board::*;
+inline constexpr PieceSet piece_sets[2][6] = {
+    { &Board::white_pawns, &Board::white_rooks, &Board::white_knights, &Board::white_bishops,
+        &Board::white_king, &Board::white_queens },
+    { &Board::black_pawns, &Board::black_rooks, &Board::black_knights, &Board::black_bishops,
+        &Board::black_king, &Board::black_queens },
 };
 
 constexpr Board start_board = {
@@ -67,7 +95,12 @@ constexpr Bitboard black_set(const Board &b)
         | b.black_pawns;
 }
 
-bool operator==(const Board &a, const Board &b);
+// Exactly one king of each colour, which the search needs: its check tests start from the
+// king's square.
+constexpr bool one_king_each(const Board &b)
+{
+    return std::has_single_bit(b.white_king) && std::has_single_bit(b.black_king);
+}
 
 // Move word, 32 bits:
 //
@@ -110,6 +143,21 @@ struct MoveList {
 // Lowest set square, 64 for the empty set.
 constexpr int first_square(Bitboard bb) { return std::countr_zero(bb); }
 
+// Number of squares in a set. Without the processor's population count instruction the
+// library's generic routine costs a call each time, and the evaluation counts some fifty sets per
+// call, so the bit-parallel sum is written out here.
+constexpr int square_count(Bitboard set)
+{
+#ifdef __POPCNT__
+    return std::popcount(set);
+#else
+    set = set - ((set >> 1) & 0x5555555555555555);
+    set = (set & 0x3333333333333333) + ((set >> 2) & 0x3333333333333333);
+    set = (set + (set >> 4)) & 0x0F0F0F0F0F0F0F0F;
+    return int((set * 0x0101010101010101) >> 56);
+#endif
+}
+
 // Letter of a piece code 1..6; a blank for any other value.
 char piece_letter(int code);
 
@@ -123,8 +171,14 @@ void move_to_text(Move move, char *text);
 // five characters and stops at the terminator.
 Move text_to_move(const char *text);
 
-// Removes slot `index` and closes the gap; an index outside the list changes nothing.
-void remove_move(MoveList *list, int index);
+// Removes slot `index` of a move list (a MoveList, or the generator's longer list) and closes
+// the gap, keeping the order of the rest; an index outside the list changes nothing.
+template <class List> void remove_move(List *list, int index)
+{
+    if (index < 0 || index >= list->count) return;
+    for (int j = index; j + 1 < list->count; j++) list->moves[j] = list->moves[j + 1];
+    list->count--;
+}
 
 // The position the engine stands in, and its key kept by incremental update.
 extern Board current_board;

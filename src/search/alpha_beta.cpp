@@ -4,11 +4,10 @@
 // above alpha_beta, headed by its step number.
 #include "search/alpha_beta.h"
 
-#include <bit>
-
 #include "control/input.h"
 #include "control/search_limits.h"
 #include "eval/evaluate.h"
+#include "movegen/attacks.h"
 #include "movegen/legal.h"
 #include "position/apply.h"
 #include "search/ordering.h"
@@ -30,16 +29,13 @@ constexpr std::int32_t futility_margin[3] = { 0, 139, 259 };
 constexpr int futility_from_index[3] = { 0, 2, 4 };
 constexpr int no_pruning = 9999;
 
-// Squares d2, e2, d4, e4 and their black mirrors.
-constexpr int d2 = 11, e2 = 12, d4 = 27, e4 = 28, d7 = 51, e7 = 52, d5 = 35, e5 = 36;
-
 std::int32_t material_of_both(const Board &b)
 {
-    return 100 * std::popcount(b.white_pawns | b.black_pawns)
-        + 300 * std::popcount(b.white_knights | b.black_knights)
-        + 320 * std::popcount(b.white_bishops | b.black_bishops)
-        + 500 * std::popcount(b.white_rooks | b.black_rooks)
-        + 900 * std::popcount(b.white_queens | b.black_queens);
+    return value_of(pawn) * square_count(b.white_pawns | b.black_pawns)
+        + value_of(knight) * square_count(b.white_knights | b.black_knights)
+        + value_of(bishop) * square_count(b.white_bishops | b.black_bishops)
+        + value_of(rook) * square_count(b.white_rooks | b.black_rooks)
+        + value_of(queen) * square_count(b.white_queens | b.black_queens);
 }
 
 bool side_has_pieces(const Board &b)
@@ -215,7 +211,7 @@ bool is_passed_pawn_push(const Board &board, Move move)
     const int from = move_from(move), to = move_to(move);
     const int file = square_file(to);
     if (square_file(from) != file) return false;
-    Bitboard files = Bitboard(0x0101010101010101) << file;
+    Bitboard files = file_a << file;
     if (file > 0) files |= files >> 1;
     if (file < 7) files |= files << 1;
     const int rank = square_rank(to);

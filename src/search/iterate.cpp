@@ -1,7 +1,6 @@
 // Iterative deepening and the result of a search.
 #include "search/iterate.h"
 
-#include <bit>
 #include <cstring>
 
 #include "control/search_limits.h"
@@ -41,11 +40,6 @@ void fallback_move()
 }
 
 } // namespace
-
-bool board_searchable(const Board &board)
-{
-    return std::popcount(board.white_king) == 1 && std::popcount(board.black_king) == 1;
-}
 
 void build_pv_text()
 {

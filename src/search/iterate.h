@@ -33,7 +33,3 @@ const char *iterate_search(iteration_printer print);
 // legal move in the position reached, so a GUI replaying it never meets an illegal move; the
 // blank in front of that word stays.
 void build_pv_text();
-
-// True when each colour has exactly one king, which the search needs: its check tests start
-// from the king's square.
-bool board_searchable(const Board &board);

@@ -16,9 +16,6 @@ std::int32_t pv_length[pv_rows];
 
 namespace {
 
-// Value of a piece code, 0 for the king and for codes that name no piece.
-std::int32_t value_of(int code) { return code >= 1 && code <= 6 ? piece_values[code - 1] : 0; }
-
 int counter_row(int ply) { return ply < 0 ? 0 : ply >= counter_plies ? counter_plies - 1 : ply; }
 
 // The node's pv move: row 0, column `row` of the last line, while that line reaches so far.
@@ -64,7 +61,7 @@ struct bucket {
 std::int32_t capture_gain(Move move)
 {
     const std::int32_t victim
-        = (move & move_en_passant) ? piece_values[pawn - 1] : value_of(move_captured(move));
+        = (move & move_en_passant) ? value_of(pawn) : value_of(move_captured(move));
     return victim - value_of(move_mover(move));
 }
 

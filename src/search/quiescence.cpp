@@ -22,8 +22,7 @@ std::int32_t delta_victim(Move m)
 {
     if (m & (move_gives_check | move_promoted)) return 0;
     if (m & move_en_passant) return en_passant_victim;
-    const int code = move_captured(m);
-    return code >= 1 && code <= 6 ? piece_values[code - 1] : 0;
+    return value_of(move_captured(m));
 }
 
 // Whether the side to move after `m` is in check: the check bit of a generated word says exactly
