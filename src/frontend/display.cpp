@@ -20,19 +20,19 @@ void print_board()
     std::memcpy(picture + 9 * line_length, "   a b c d e f g h  \r\n", line_length);
     picture[10 * line_length] = '\0';
 
+    // Where garbled sets overlap, the later letter shows: black over white, and within a colour
+    // in this order.
     const Board &b = current_board;
-    const struct {
-        Bitboard set;
-        char letter;
-    } pieces[12] = { { b.white_pawns, 'P' }, { b.white_rooks, 'R' }, { b.white_knights, 'N' },
-        { b.white_bishops, 'B' }, { b.white_queens, 'Q' }, { b.white_king, 'K' },
-        { b.black_pawns, 'p' }, { b.black_rooks, 'r' }, { b.black_knights, 'n' },
-        { b.black_bishops, 'b' }, { b.black_queens, 'q' }, { b.black_king, 'k' } };
-    for (const auto &piece : pieces)
-        for (Bitboard set = piece.set; set; set &= set - 1) {
-            int square = first_square(set);
-            picture[(7 - square_rank(square)) * line_length + 3 + 2 * square_file(square)]
-                = piece.letter;
+    static constexpr int order[6] = { pawn, rook, knight, bishop, queen, king };
+    for (int colour = 0; colour < 2; colour++)
+        for (int code : order) {
+            const char lower = piece_letters[code - 1];
+            const char letter = colour == 0 ? char(lower - 'a' + 'A') : lower;
+            for (Bitboard set = b.*piece_sets[colour][code - 1]; set; set &= set - 1) {
+                const int square = first_square(set);
+                picture[(7 - square_rank(square)) * line_length + 3 + 2 * square_file(square)]
+                    = letter;
+            }
         }
 
     auto flag = [](std::int32_t value) { return value ? "True" : "False"; };

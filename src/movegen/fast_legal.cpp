@@ -252,13 +252,15 @@ template <bool white, bool captures> struct generator {
             if (checks_on_copy(word)) word |= move_gives_check;
             append(word);
         };
-        static constexpr int oo_crossed[3] = { white ? 4 : 60, white ? 5 : 61, white ? 6 : 62 };
-        static constexpr int ooo_crossed[3] = { white ? 2 : 58, white ? 3 : 59, white ? 4 : 60 };
-        constexpr int shift = white ? 0 : 56;
-        castle(white ? board.white_oo : board.black_oo, 4 + shift, 7 + shift, oo_crossed,
-            Bitboard(0x60) << shift, white ? white_oo_word : black_oo_word);
-        castle(white ? board.white_ooo : board.black_ooo, 4 + shift, shift, ooo_crossed,
-            Bitboard(0x0E) << shift, white ? white_ooo_word : black_ooo_word);
+        constexpr int shift = white ? 0 : a8;
+        static constexpr int oo_crossed[3] = { e1 + shift, f1 + shift, g1 + shift };
+        static constexpr int ooo_crossed[3] = { c1 + shift, d1 + shift, e1 + shift };
+        constexpr Bitboard oo_empty = square_bit(f1) | square_bit(g1);
+        constexpr Bitboard ooo_empty = square_bit(b1) | square_bit(c1) | square_bit(d1);
+        castle(white ? board.white_oo : board.black_oo, e1 + shift, h1 + shift, oo_crossed,
+            oo_empty << shift, white ? white_oo_word : black_oo_word);
+        castle(white ? board.white_ooo : board.black_ooo, e1 + shift, a1 + shift, ooo_crossed,
+            ooo_empty << shift, white ? white_ooo_word : black_ooo_word);
     }
 
     // False for a board outside the cases the masks are proven for.

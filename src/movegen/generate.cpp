@@ -147,16 +147,21 @@ void king_moves()
     if (!king) return;
     append_targets(first_square(king), king_attacks[first_square(king)] & own_targets(), king_word);
     // b1 and b8 must be empty but may be attacked; the corners are not tested for attacks.
-    static constexpr int white_oo_crossed[3] = { 4, 5, 6 }, white_ooo_crossed[3] = { 2, 3, 4 };
-    static constexpr int black_oo_crossed[3] = { 60, 61, 62 },
-                         black_ooo_crossed[3] = { 58, 59, 60 };
+    static constexpr int white_oo_crossed[3] = { e1, f1, g1 },
+                         white_ooo_crossed[3] = { c1, d1, e1 };
+    static constexpr int black_oo_crossed[3] = { e8, f8, g8 },
+                         black_ooo_crossed[3] = { c8, d8, e8 };
+    constexpr Bitboard oo_empty = square_bit(f1) | square_bit(g1);
+    constexpr Bitboard ooo_empty = square_bit(b1) | square_bit(c1) | square_bit(d1);
     if (b.white_to_move) {
-        try_castle(b.white_oo, king, 4, b.white_rooks, 7, white_oo_crossed, 0x60, white_oo_word);
-        try_castle(b.white_ooo, king, 4, b.white_rooks, 0, white_ooo_crossed, 0x0E, white_ooo_word);
+        try_castle(
+            b.white_oo, king, e1, b.white_rooks, h1, white_oo_crossed, oo_empty, white_oo_word);
+        try_castle(
+            b.white_ooo, king, e1, b.white_rooks, a1, white_ooo_crossed, ooo_empty, white_ooo_word);
     } else {
-        try_castle(b.black_oo, king, 60, b.black_rooks, 63, black_oo_crossed, 0x60ULL << 56,
+        try_castle(b.black_oo, king, e8, b.black_rooks, h8, black_oo_crossed, oo_empty << 56,
             black_oo_word);
-        try_castle(b.black_ooo, king, 60, b.black_rooks, 56, black_ooo_crossed, 0x0EULL << 56,
+        try_castle(b.black_ooo, king, e8, b.black_rooks, a8, black_ooo_crossed, ooo_empty << 56,
             black_ooo_word);
     }
 }

@@ -30,15 +30,17 @@ extern std::uint8_t black_occupants[64];
 // king squares.
 void set_generator_state(const Board &board, PseudoMoveList *list);
 
-// Fresh words: from | to << 6 with the mover's constant; capture, captured and gives_check are
-// added by generate_moves.
-constexpr Move pawn_word = 0x04000000, en_passant_word = 0x04400000, promotion_word = 0x04800000;
-constexpr Move rook_word = 0x08000000, knight_word = 0x0C000000, bishop_word = 0x10000000;
-constexpr Move king_word = 0x14000000, queen_word = 0x18000000;
+// Fresh words: the mover's fields, to which the generators add from and to; capture, captured
+// and gives_check are added by generate_moves.
+constexpr Move pawn_word = mover_bits(pawn), rook_word = mover_bits(rook);
+constexpr Move knight_word = mover_bits(knight), bishop_word = mover_bits(bishop);
+constexpr Move king_word = mover_bits(king), queen_word = mover_bits(queen);
+constexpr Move en_passant_word = pawn_word | move_en_passant;
+constexpr Move promotion_word = pawn_word | move_promoted;
 
 // Castling as the king's two squares.
-constexpr Move white_oo_word = 0x14000184, white_ooo_word = 0x14000084;
-constexpr Move black_oo_word = 0x14000FBC, black_ooo_word = 0x14000EBC;
+constexpr Move white_oo_word = make_move(e1, g1, king), white_ooo_word = make_move(e1, c1, king);
+constexpr Move black_oo_word = make_move(e8, g8, king), black_ooo_word = make_move(e8, c8, king);
 
 // Each appends to gen_list, pieces in a1-to-h8 order and, for all but pawns, each piece's
 // targets in a1-to-h8 order too. A pawn on its last rank has nowhere to go and no moves.

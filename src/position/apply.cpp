@@ -23,9 +23,9 @@ template <bool white> struct side {
     static constexpr int enpassant_from_rank = white ? 4 : 3;
     static constexpr int captured_pawn_offset = white ? -8 : 8;
     static constexpr int double_from_rank = white ? 1 : 6, double_to_rank = white ? 3 : 4;
-    static constexpr int queen_corner = white ? 0 : 56, king_corner = white ? 7 : 63;
-    static constexpr int queen_arrival = white ? 2 : 58, king_arrival = white ? 6 : 62;
-    static constexpr int queen_rook_to = white ? 3 : 59, king_rook_to = white ? 5 : 61;
+    static constexpr int queen_corner = white ? a1 : a8, king_corner = white ? h1 : h8;
+    static constexpr int queen_arrival = white ? c1 : c8, king_arrival = white ? g1 : g8;
+    static constexpr int queen_rook_to = white ? d1 : d8, king_rook_to = white ? f1 : f8;
     static constexpr std::uint64_t queen_rook_key = white ? castle_rook_a1_d1 : castle_rook_a8_d8;
     static constexpr std::uint64_t king_rook_key = white ? castle_rook_h1_f1 : castle_rook_h8_f8;
     static constexpr std::int32_t Board::*oo = white ? &Board::white_oo : &Board::black_oo;

@@ -127,10 +127,18 @@ constexpr int move_promotion(Move m)
 }
 constexpr int move_mover(Move m) { return int((m >> move_mover_shift) & move_code_mask); }
 constexpr int move_captured(Move m) { return int((m >> move_captured_shift) & move_code_mask); }
-constexpr Move make_move(int from, int to) { return Move(from) | Move(to) << move_to_shift; }
 constexpr Move mover_bits(int code) { return Move(code) << move_mover_shift; }
 constexpr Move captured_bits(int code) { return Move(code) << move_captured_shift; }
 constexpr Move promotion_bits(int code) { return Move(code) << move_promotion_shift; }
+
+// A word from its named fields; `flags` is any union of move_gives_check, move_capture,
+// move_en_passant and move_promoted.
+constexpr Move make_move(int from, int to, int mover = no_piece, int captured = no_piece,
+    int promotion = no_piece, Move flags = 0)
+{
+    return Move(from) << move_from_shift | Move(to) << move_to_shift | mover_bits(mover)
+        | captured_bits(captured) | promotion_bits(promotion) | flags;
+}
 
 // Room for every move of any position a legal game can reach.
 constexpr int max_moves = 218;

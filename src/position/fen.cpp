@@ -35,36 +35,14 @@ int split(char *text, char separator, char **pieces, int most)
     return count;
 }
 
+// The set a FEN piece letter names (upper case white), null for any other character.
 Bitboard *piece_set(Board &b, char letter)
 {
-    switch (letter) {
-    case 'P':
-        return &b.white_pawns;
-    case 'R':
-        return &b.white_rooks;
-    case 'N':
-        return &b.white_knights;
-    case 'B':
-        return &b.white_bishops;
-    case 'Q':
-        return &b.white_queens;
-    case 'K':
-        return &b.white_king;
-    case 'p':
-        return &b.black_pawns;
-    case 'r':
-        return &b.black_rooks;
-    case 'n':
-        return &b.black_knights;
-    case 'b':
-        return &b.black_bishops;
-    case 'q':
-        return &b.black_queens;
-    case 'k':
-        return &b.black_king;
-    default:
-        return nullptr;
+    for (int code = pawn; code <= queen; code++) {
+        if (letter == piece_letters[code - 1]) return &(b.*piece_sets[1][code - 1]);
+        if (letter == piece_letters[code - 1] - 'a' + 'A') return &(b.*piece_sets[0][code - 1]);
     }
+    return nullptr;
 }
 
 // Sets up the key and a one-entry history, then plays the moves of `moves` (null for none).

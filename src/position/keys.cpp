@@ -22,18 +22,10 @@ bool enpassant_in_key(const Board &board)
 std::uint64_t full_key(const Board *board)
 {
     std::uint64_t key = 0;
-    key = hash_piece_set(board->white_rooks, kind_rook + 1, key);
-    key = hash_piece_set(board->white_knights, kind_knight + 1, key);
-    key = hash_piece_set(board->white_bishops, kind_bishop + 1, key);
-    key = hash_piece_set(board->white_queens, kind_queen + 1, key);
-    key = hash_piece_set(board->white_king, kind_king + 1, key);
-    key = hash_piece_set(board->white_pawns, kind_pawn + 1, key);
-    key = hash_piece_set(board->black_rooks, kind_rook, key);
-    key = hash_piece_set(board->black_knights, kind_knight, key);
-    key = hash_piece_set(board->black_bishops, kind_bishop, key);
-    key = hash_piece_set(board->black_queens, kind_queen, key);
-    key = hash_piece_set(board->black_king, kind_king, key);
-    key = hash_piece_set(board->black_pawns, kind_pawn, key);
+    for (int colour = 0; colour < 2; colour++)
+        for (int code = pawn; code <= queen; code++)
+            key = hash_piece_set(board->*piece_sets[colour][code - 1],
+                zobrist_kind_of[code - 1] + (colour == 0 ? 1 : 0), key);
     if (board->white_to_move) key ^= zobrist_table[zobrist_white_to_move];
     if (board->white_oo) key ^= zobrist_table[zobrist_white_oo];
     if (board->white_ooo) key ^= zobrist_table[zobrist_white_ooo];

@@ -19,6 +19,9 @@ enum : int {
     kind_queen = 8,
     kind_king = 10
 };
+// The black kind of each piece code, indexed by code - 1.
+constexpr int zobrist_kind_of[6]
+    = { kind_pawn, kind_rook, kind_knight, kind_bishop, kind_king, kind_queen };
 constexpr int zobrist_white_oo = 768, zobrist_white_ooo = 769;
 constexpr int zobrist_black_oo = 770, zobrist_black_ooo = 771;
 constexpr int zobrist_enpassant = 772, zobrist_white_to_move = 780;
