@@ -7,7 +7,7 @@
 
 #include "eval/evaluate.h"
 #include "position/fen.h"
-#include "tests/eval/random_boards.h"
+#include "tests/support/random_boards.h"
 
 std::vector<Board> bench_positions()
 {

@@ -8,10 +8,9 @@
 
 #include "eval/evaluate.h"
 #include "eval/fast_attacked.h"
-#include "movegen/attacked.h"
 #include "position/fen.h"
-#include "tests/eval/random_boards.h"
 #include "tests/eval/reference_eval.h"
+#include "tests/support/random_boards.h"
 
 namespace {
 
@@ -68,22 +67,6 @@ TEST(Compare, FastSquareTestsAgreeWithTheRayWalk)
                 << "board " << i << " square " << s;
         }
     }
-}
-
-// The move generator's ray walks are the engine's notion of attack; the evaluation's table
-// tests must agree with them on every square of positions from real games.
-TEST(Compare, FastSquareTestsAgreeWithTheMoveGeneratorAlongRandomGames)
-{
-    std::mt19937_64 rng(9);
-    int positions = 0;
-    while (positions < board_count)
-        for (const Board &b : random_game(rng, 300)) {
-            positions++;
-            for (int s = 0; s < 64; s++) {
-                ASSERT_EQ(fast_attacked_by_white(b, s), attacked_by_white(b, s)) << s;
-                ASSERT_EQ(fast_attacked_by_black(b, s), attacked_by_black(b, s)) << s;
-            }
-        }
 }
 
 TEST(Compare, RandomGamesAgreeWithTheLiteralEvaluation)

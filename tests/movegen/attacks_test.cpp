@@ -137,21 +137,6 @@ TEST(Attacks, RayDirectionMatchesRays)
     }
 }
 
-TEST(Attacks, RankAndFileEntries)
-{
-    EXPECT_EQ(rank_attacks[3][0], 0xF7);
-    EXPECT_EQ(rank_attacks[3][1], 0xF6); // index bit 0 is the b-file
-    EXPECT_EQ(file_attacks[7][32], 0x100ULL); // from a1, index bit 5 is a2
-    EXPECT_EQ(file_attacks[7][1], 0x0001010101010100ULL); // and index bit 0 is a7
-}
-
-TEST(Attacks, DiagonalEntries)
-{
-    // On c1-h6 and c8-h3, index bit 1 is the e-file.
-    EXPECT_EQ(diagonal_attacks[sq("f4")][2], set_of({ "e3", "g5", "h6" }));
-    EXPECT_EQ(antidiagonal_attacks[sq("f5")][2], set_of({ "e6", "g4", "h3" }));
-}
-
 // Exhaustive: every square, every occupancy of each line through it.
 TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
 {

@@ -1,6 +1,6 @@
 // The engine's generator against the literal one (every word tried on a copy and walked): identical
 // lists, word for word and in order, on every node of the suite's perft trees, on random games and
-// on garbled boards.
+// on garbled boards; along the random games, the keys and the two appliers as well.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -9,8 +9,10 @@
 #include "movegen/fast_legal.h"
 #include "movegen/legal.h"
 #include "position/apply.h"
+#include "position/zobrist.h"
 #include "tests/movegen/perft_cases.h"
 #include "tests/support/helpers.h"
+#include "tests/support/random_boards.h"
 
 namespace {
 
@@ -75,29 +77,46 @@ TEST_P(OracleTree, EveryNodeMatches)
 INSTANTIATE_TEST_SUITE_P(Positions, OracleTree, testing::ValuesIn(perft_cases()),
     [](const testing::TestParamInfo<PerftCase> &param) { return param.param.name; });
 
-// Random games from the start position, far deeper than the perft trees reach.
-TEST(Oracle, RandomGames)
+// Random games, far deeper than the perft trees reach, from the start and from positions rich in
+// castling, en passant and promotions. Along them the lists agree, the key kept by the keyed
+// applier equals the key from scratch, and the two appliers leave the same board.
+TEST(Oracle, RandomGamesAgreeAndKeepTheirKeys)
 {
-    std::mt19937 random(12345);
+    std::mt19937_64 random(12345);
 #ifdef KORVANE_SANITIZE
     const int games = 20;
 #else
     const int games = 200;
 #endif
+    const Board starts[4] = { start_board,
+        fen("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1"),
+        fen("8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1"),
+        fen("r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1") };
     for (int game = 0; game < games; game++) {
-        Board board = start_board;
-        for (int ply = 0; ply < 200; ply++) {
-            const std::vector<Move> moves = oracle_list(board, false);
-            ASSERT_EQ(engine_list(board, false), moves) << "game " << game << " ply " << ply;
-            if (moves.empty()) break;
-            std::uint64_t key = 0;
-            apply_move_keyed(&board, moves[random() % moves.size()], &key);
+        std::vector<Move> moves;
+        const std::vector<Board> boards = random_game(random, 200, starts[game % 4], &moves);
+        Board keyed = boards[0];
+        std::uint64_t key = full_key(&keyed);
+        for (std::size_t ply = 0; ply < boards.size(); ply++) {
+            ASSERT_EQ(engine_list(boards[ply], false), oracle_list(boards[ply], false))
+                << "game " << game << " ply " << ply;
+            if (ply == moves.size()) break;
+            apply_move_keyed(&keyed, moves[ply], &key);
+            ASSERT_EQ(key, full_key(&keyed)) << "game " << game << " ply " << ply;
+            // The plain applier sets the file after every double step, the keyed one only when
+            // an enemy pawn stands beside.
+            Board plain = boards[ply + 1];
+            if (plain.enpassant_file != keyed.enpassant_file) {
+                ASSERT_EQ(keyed.enpassant_file, -1);
+                plain.enpassant_file = -1;
+            }
+            ASSERT_EQ(plain, keyed) << "game " << game << " ply " << ply;
         }
     }
 }
 
-// Boards no game reaches: random piece placement, stacked sets, missing or extra kings, pawns
-// on the last ranks, odd en-passant files and castling rights. Everything must still agree.
+// Boards no game reaches: stacked sets, missing or extra kings, pawns on the last ranks, odd
+// en-passant files and castling rights. Everything must still agree.
 TEST(Oracle, GarbledBoards)
 {
     std::mt19937_64 random(777);
@@ -107,20 +126,7 @@ TEST(Oracle, GarbledBoards)
     const int boards = 20000;
 #endif
     for (int i = 0; i < boards; i++) {
-        Board b {};
-        Bitboard *sets[12] = { &b.white_rooks, &b.white_knights, &b.white_bishops, &b.white_queens,
-            &b.white_king, &b.white_pawns, &b.black_rooks, &b.black_knights, &b.black_bishops,
-            &b.black_queens, &b.black_king, &b.black_pawns };
-        const int pieces = int(random() % 24);
-        for (int p = 0; p < pieces; p++) *sets[random() % 12] |= square_bit(int(random() % 64));
-        if (random() % 4) b.white_king = square_bit(int(random() % 64));
-        if (random() % 4) b.black_king = square_bit(int(random() % 64));
-        if (random() % 3 == 0) b.white_king |= 0x10, b.white_rooks |= 0x81;
-        if (random() % 3 == 0) b.black_king |= 0x10ULL << 56, b.black_rooks |= 0x81ULL << 56;
-        b.white_oo = int(random() % 2), b.white_ooo = int(random() % 2);
-        b.black_oo = int(random() % 2), b.black_ooo = int(random() % 2);
-        b.enpassant_file = std::int8_t(int(random() % 11) - 2);
-        b.white_to_move = int(random() % 2);
+        const Board b = random_garbage(random);
         ASSERT_EQ(engine_list(b, false), oracle_list(b, false)) << i;
         ASSERT_EQ(engine_list(b, true), oracle_list(b, true)) << i;
         // The square a missing king gives is attacked by nobody.
@@ -142,41 +148,7 @@ TEST(Oracle, RandomPlacements)
 #endif
     int fast = 0;
     for (int i = 0; i < boards; i++) {
-        Board b {};
-        Bitboard used = 0;
-        auto place = [&](Bitboard *set, Bitboard allowed) {
-            for (int tries = 0; tries < 100; tries++) {
-                const int s = int(random() % 64);
-                if ((used | ~allowed) & square_bit(s)) continue;
-                *set |= square_bit(s);
-                used |= square_bit(s);
-                return;
-            }
-        };
-        constexpr Bitboard inner_ranks = 0x00FFFFFFFFFFFF00ULL;
-        // Kings often at home, so that castling comes into play.
-        if (random() % 2)
-            b.white_king = 0x10, used |= 0x10;
-        else
-            place(&b.white_king, ~Bitboard(0));
-        if (random() % 2)
-            b.black_king = 0x10ULL << 56, used |= 0x10ULL << 56;
-        else
-            place(&b.black_king, ~Bitboard(0));
-        if (random() % 2) b.white_rooks |= 0x81 & ~used, used |= b.white_rooks;
-        if (random() % 2) b.black_rooks |= (0x81ULL << 56) & ~used, used |= b.black_rooks;
-        Bitboard *sets[10] = { &b.white_rooks, &b.white_knights, &b.white_bishops, &b.white_queens,
-            &b.white_pawns, &b.black_rooks, &b.black_knights, &b.black_bishops, &b.black_queens,
-            &b.black_pawns };
-        const int pieces = int(random() % 20);
-        for (int p = 0; p < pieces; p++) {
-            const int k = int(random() % 10);
-            place(sets[k], k == 4 || k == 9 ? inner_ranks : ~Bitboard(0));
-        }
-        b.white_oo = int(random() % 2), b.white_ooo = int(random() % 2);
-        b.black_oo = int(random() % 2), b.black_ooo = int(random() % 2);
-        b.enpassant_file = std::int8_t(random() % 3 ? -1 : int(random() % 10) - 1);
-        b.white_to_move = int(random() % 2);
+        const Board b = random_position(random, 20);
         ASSERT_EQ(engine_list(b, false), oracle_list(b, false)) << i;
         ASSERT_EQ(engine_list(b, true), oracle_list(b, true)) << i;
         MoveList scratch;

@@ -40,22 +40,6 @@ TEST(MoveText, TextOfWords)
     }
 }
 
-TEST(MoveText, LettersAndCodes)
-{
-    EXPECT_EQ(piece_letter(1), 'p');
-    EXPECT_EQ(piece_letter(6), 'q');
-    EXPECT_EQ(piece_letter(0), ' ');
-    EXPECT_EQ(piece_letter(7), ' ');
-    EXPECT_EQ(promotion_code('q'), queen);
-    EXPECT_EQ(promotion_code('r'), rook);
-    EXPECT_EQ(promotion_code('b'), bishop);
-    EXPECT_EQ(promotion_code('n'), knight);
-    EXPECT_EQ(promotion_code('k'), king);
-    EXPECT_EQ(promotion_code('p'), pawn);
-    EXPECT_EQ(promotion_code('Q'), 0);
-    EXPECT_EQ(promotion_code('x'), 0);
-}
-
 TEST(MoveWord, FieldsAndFirstSquare)
 {
     const Move m = 0x64B06E70; // a7b8q taking a knight, with check

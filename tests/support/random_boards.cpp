@@ -1,5 +1,5 @@
-// Random boards for the comparison tests.
-#include "tests/eval/random_boards.h"
+// Random boards for the tests and the evaluation benchmark.
+#include "tests/support/random_boards.h"
 
 #include <algorithm>
 
@@ -8,20 +8,9 @@
 
 namespace {
 
-Bitboard *set_of(Board &b, int colour, int piece)
-{
-    Bitboard *sets[2][6] = {
-        { &b.white_pawns, &b.white_rooks, &b.white_knights, &b.white_bishops, &b.white_king,
-            &b.white_queens },
-        { &b.black_pawns, &b.black_rooks, &b.black_knights, &b.black_bishops, &b.black_king,
-            &b.black_queens },
-    };
-    return sets[colour][piece - 1];
-}
-
 int distance(int a, int b)
 {
-    const int df = a % 8 - b % 8, dr = a / 8 - b / 8;
+    const int df = square_file(a) - square_file(b), dr = square_rank(a) - square_rank(b);
     return std::max(df < 0 ? -df : df, dr < 0 ? -dr : dr);
 }
 
@@ -31,12 +20,15 @@ Board random_position(std::mt19937_64 &rng, int max_pieces)
 {
     Board b {};
     std::uniform_int_distribution<int> square(0, 63);
-    const int white_king = square(rng);
-    int black_king = square(rng);
+    const int white_king = rng() % 2 ? e1 : square(rng);
+    int black_king = rng() % 2 ? e8 : square(rng);
     while (distance(white_king, black_king) < 2) black_king = square(rng);
     b.white_king = square_bit(white_king);
     b.black_king = square_bit(black_king);
     Bitboard occupied = b.white_king | b.black_king;
+    if (rng() % 2) b.white_rooks = (square_bit(a1) | square_bit(h1)) & ~occupied;
+    if (rng() % 2) b.black_rooks = (square_bit(a8) | square_bit(h8)) & ~occupied;
+    occupied |= b.white_rooks | b.black_rooks;
     // Pawns most often, queens least, as in games.
     constexpr int kinds[16] = { pawn, pawn, pawn, pawn, pawn, pawn, pawn, rook, rook, rook, knight,
         knight, knight, bishop, bishop, queen };
@@ -46,14 +38,14 @@ Board random_position(std::mt19937_64 &rng, int max_pieces)
         int s = square(rng);
         while ((occupied & square_bit(s)) || (piece == pawn && (s < 8 || s >= 56))) s = square(rng);
         occupied |= square_bit(s);
-        *set_of(b, int(rng() % 2), piece) |= square_bit(s);
+        b.*piece_sets[rng() % 2][piece - 1] |= square_bit(s);
     }
     b.white_oo = int(rng() % 2);
     b.white_ooo = int(rng() % 2);
     b.black_oo = int(rng() % 2);
     b.black_ooo = int(rng() % 2);
     b.white_to_move = int(rng() % 2);
-    b.enpassant_file = -1;
+    b.enpassant_file = std::int8_t(rng() % 3 ? -1 : int(rng() % 10) - 1);
     return b;
 }
 
@@ -80,7 +72,7 @@ Board random_garbage(std::mt19937_64 &rng)
                 bits = square_bit(int(rng() % 64));
                 break;
             }
-            *set_of(b, colour, piece) = bits;
+            b.*piece_sets[colour][piece - 1] = bits;
         }
     b.white_oo = int(rng() % 3);
     b.white_ooo = int(rng() % 3);
@@ -92,16 +84,19 @@ Board random_garbage(std::mt19937_64 &rng)
     return b;
 }
 
-std::vector<Board> random_game(std::mt19937_64 &rng, int plies)
+std::vector<Board> random_game(
+    std::mt19937_64 &rng, int plies, const Board &start, std::vector<Move> *moves)
 {
-    std::vector<Board> game { start_board };
-    Board b = start_board;
+    std::vector<Board> game { start };
+    Board b = start;
     for (int ply = 0; ply < plies; ply++) {
         MoveList list;
         list.count = 0;
         generate_moves(b, &list);
         if (list.count == 0) break;
-        apply_move(&b, list.moves[rng() % std::uint64_t(list.count)]);
+        const Move move = list.moves[rng() % std::uint64_t(list.count)];
+        if (moves) moves->push_back(move);
+        apply_move(&b, move);
         game.push_back(b);
     }
     return game;
