@@ -34,46 +34,72 @@ template <bool white> struct side {
     static constexpr int ooo_entry = white ? zobrist_white_ooo : zobrist_black_ooo;
 };
 
-template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t *key)
-{
+// One application of a move, in named steps. The steps run in the order of apply(); each reads
+// and writes the shared record below.
+template <bool white, bool keyed> struct applier {
     using us = side<white>;
     using them = side<!white>;
-    const int from = move_from(move), to = move_to(move);
-    const Bitboard from_bit = square_bit(from), to_bit = square_bit(to);
-    const int old_file = b->enpassant_file;
+
+    Board *b;
+    Move move;
+    int from, to;
+    Bitboard from_bit, to_bit;
+    int old_file;
     // Whether the old file's entry is in the key: always so for boards reached by this applier;
     // a FEN may name a file no pawn can use, and its entry is then absent (kept equal to full_key).
-    const bool old_file_keyed = keyed && enpassant_in_key(*b);
+    bool old_file_keyed;
     bool new_file = false;
-    int capture_square = to;
-    std::uint64_t k = keyed ? *key : 0;
-    b->fifty_move++;
+    // Where a capture takes a piece: `to`, or behind it en passant. A bit shifted off the board
+    // (en passant onto the last rank of a garbled board) takes nothing.
+    int capture_square;
+    Bitboard capture_bit;
+    std::uint64_t k;
 
-    // The mover, looked for in this order; with none on `from`, nothing moves.
-    static constexpr Set order[6]
-        = { us::pawns, us::rooks, us::king, us::knights, us::bishops, us::queens };
-    static constexpr int kinds[6]
-        = { kind_pawn, kind_rook, kind_king, kind_knight, kind_bishop, kind_queen };
-    int mover = -1;
-    for (int i = 0; i < 6; i++)
-        if (b->*order[i] & from_bit) {
-            mover = i;
-            break;
-        }
-    if (mover >= 0) {
-        Bitboard &set = b->*order[mover];
-        set = (set & ~from_bit) | to_bit;
-        if constexpr (keyed) {
-            const int kind = kinds[mover] + us::colour_kind;
-            k ^= piece_key(kind, from) ^ piece_key(kind, to);
-        }
+    applier(Board *board, Move m, const std::uint64_t *key)
+        : b(board)
+        , move(m)
+        , from(move_from(m))
+        , to(move_to(m))
+        , from_bit(square_bit(from))
+        , to_bit(square_bit(to))
+        , old_file(board->enpassant_file)
+        , old_file_keyed(keyed && enpassant_in_key(*board))
+        , capture_square(to)
+        , capture_bit(to_bit)
+        , k(keyed ? *key : 0)
+    {
     }
 
-    if (mover == 0) { // pawn
+    // The mover, looked for in this order, goes from `from` to `to`; returns its place in the
+    // order, -1 when nothing stands on `from` (then nothing moves).
+    int move_mover()
+    {
+        static constexpr Set order[6]
+            = { us::pawns, us::rooks, us::king, us::knights, us::bishops, us::queens };
+        static constexpr int kinds[6]
+            = { kind_pawn, kind_rook, kind_king, kind_knight, kind_bishop, kind_queen };
+        for (int i = 0; i < 6; i++)
+            if (b->*order[i] & from_bit) {
+                Bitboard &set = b->*order[i];
+                set = (set & ~from_bit) | to_bit;
+                if constexpr (keyed) {
+                    const int kind = kinds[i] + us::colour_kind;
+                    k ^= piece_key(kind, from) ^ piece_key(kind, to);
+                }
+                return i;
+            }
+        return -1;
+    }
+
+    // En passant moves the capture behind `to`; a double step sets the file (the keyed applier
+    // only when an enemy pawn stands beside the arrival square).
+    void pawn_steps()
+    {
         b->fifty_move = 0;
         if (square_file(from) != square_file(to) && square_file(to) == old_file
             && square_rank(from) == us::enpassant_from_rank) {
             capture_square = to + us::captured_pawn_offset;
+            capture_bit = white ? to_bit >> 8 : to_bit << 8;
         } else if (square_rank(from) == us::double_from_rank
             && square_rank(to) == us::double_to_rank) {
             bool beside = true;
@@ -90,44 +116,58 @@ template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t 
                 if constexpr (keyed) k ^= enpassant_key(square_file(from));
             }
         }
+    }
+
+    // The pawn on `to` becomes the promotion piece: decided by the promoted bit, or in the keyed
+    // applier by a non-zero promotion field. A code that names no piece leaves the square empty.
+    void promote()
+    {
         const int code = move_promotion(move);
         const bool promotes = keyed ? code != 0 : (move & move_promoted) != 0;
-        if (promotes) {
-            b->*us::pawns &= ~to_bit;
-            if constexpr (keyed) k ^= piece_key(kind_pawn + us::colour_kind, to);
-            Set piece = nullptr;
-            int kind = 0;
-            switch (code) {
-            case rook:
-                piece = us::rooks, kind = kind_rook;
-                break;
-            case bishop:
-                piece = us::bishops, kind = kind_bishop;
-                break;
-            case knight:
-                piece = us::knights, kind = kind_knight;
-                break;
-            case queen:
-                piece = us::queens, kind = kind_queen;
-                break;
-            default:
-                break;
-            }
-            if (piece) {
-                b->*piece |= to_bit;
-                if constexpr (keyed) k ^= piece_key(kind + us::colour_kind, to);
-            }
+        if (!promotes) return;
+        b->*us::pawns &= ~to_bit;
+        if constexpr (keyed) k ^= piece_key(kind_pawn + us::colour_kind, to);
+        Set piece = nullptr;
+        int kind = 0;
+        switch (code) {
+        case rook:
+            piece = us::rooks, kind = kind_rook;
+            break;
+        case bishop:
+            piece = us::bishops, kind = kind_bishop;
+            break;
+        case knight:
+            piece = us::knights, kind = kind_knight;
+            break;
+        case queen:
+            piece = us::queens, kind = kind_queen;
+            break;
+        default:
+            break;
         }
-    } else if (mover == 1) { // rook leaving a corner gives up that side's right
-        if (from == us::queen_corner && b->*us::ooo) {
-            b->*us::ooo = 0;
-            if constexpr (keyed) k ^= zobrist_table[us::ooo_entry];
+        if (piece) {
+            b->*piece |= to_bit;
+            if constexpr (keyed) k ^= piece_key(kind + us::colour_kind, to);
         }
-        if (from == us::king_corner && b->*us::oo) {
-            b->*us::oo = 0;
-            if constexpr (keyed) k ^= zobrist_table[us::oo_entry];
-        }
-    } else if (mover == 2) { // king: castling moves the rook, any king move gives up both rights
+    }
+
+    void lose_right(std::int32_t Board::*right, int entry)
+    {
+        if (!(b->*right)) return;
+        b->*right = 0;
+        if constexpr (keyed) k ^= zobrist_table[entry];
+    }
+
+    // A rook leaving a corner gives up that side's right.
+    void rook_leaves()
+    {
+        if (from == us::queen_corner) lose_right(us::ooo, us::ooo_entry);
+        if (from == us::king_corner) lose_right(us::oo, us::oo_entry);
+    }
+
+    // Castling moves the rook too; any king move gives up both rights.
+    void king_steps()
+    {
         if ((to - from == 2 || from - to == 2)
             && (to == us::queen_arrival || to == us::king_arrival)) {
             const bool king_side = to == us::king_arrival;
@@ -136,42 +176,61 @@ template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t 
             b->*us::rooks = (b->*us::rooks & ~square_bit(corner)) | square_bit(rook_to);
             if constexpr (keyed) k ^= king_side ? us::king_rook_key : us::queen_rook_key;
         }
-        if (b->*us::oo) {
-            b->*us::oo = 0;
-            if constexpr (keyed) k ^= zobrist_table[us::oo_entry];
-        }
-        if (b->*us::ooo) {
-            b->*us::ooo = 0;
-            if constexpr (keyed) k ^= zobrist_table[us::ooo_entry];
-        }
+        lose_right(us::oo, us::oo_entry);
+        lose_right(us::ooo, us::ooo_entry);
     }
 
-    // A capture takes the enemy piece off; a king is never taken off its set. An en passant onto
-    // the mover's first rank (only a garbled board has a pawn that can make it) has its victim
-    // square off the board: no piece stands there, so nothing is taken, not even on `to`.
-    const Bitboard capture_bit
-        = capture_square >= 0 && capture_square < 64 ? square_bit(capture_square) : 0;
-    static constexpr Set victims[5]
-        = { them::pawns, them::rooks, them::knights, them::bishops, them::queens };
-    static constexpr int victim_kinds[5]
-        = { kind_pawn, kind_rook, kind_knight, kind_bishop, kind_queen };
-    if (b->*them::king & capture_bit) b->fifty_move = 0;
-    for (int i = 0; i < 5; i++)
-        if (b->*victims[i] & capture_bit) {
-            b->fifty_move = 0;
-            b->*victims[i] &= ~capture_bit;
-            if constexpr (keyed)
-                k ^= piece_key(victim_kinds[i] + them::colour_kind, capture_square);
-            break;
-        }
-
-    b->white_to_move = !white;
-    if constexpr (keyed) {
-        k ^= zobrist_table[zobrist_white_to_move];
-        if (old_file_keyed) k ^= enpassant_key(old_file);
-        *key = k;
+    // A capture takes the enemy piece off; a king is never taken off its set.
+    void take_captured()
+    {
+        static constexpr Set victims[5]
+            = { them::pawns, them::rooks, them::knights, them::bishops, them::queens };
+        static constexpr int victim_kinds[5]
+            = { kind_pawn, kind_rook, kind_knight, kind_bishop, kind_queen };
+        if (b->*them::king & capture_bit) b->fifty_move = 0;
+        for (int i = 0; i < 5; i++)
+            if (b->*victims[i] & capture_bit) {
+                b->fifty_move = 0;
+                b->*victims[i] &= ~capture_bit;
+                if constexpr (keyed)
+                    k ^= piece_key(victim_kinds[i] + them::colour_kind, capture_square);
+                break;
+            }
     }
-    if (!new_file) b->enpassant_file = -1;
+
+    // The turn passes; the old file goes unless this move set a new one.
+    void finish(std::uint64_t *key)
+    {
+        b->white_to_move = !white;
+        if constexpr (keyed) {
+            k ^= zobrist_table[zobrist_white_to_move];
+            if (old_file_keyed) k ^= enpassant_key(old_file);
+            *key = k;
+        }
+        if (!new_file) b->enpassant_file = -1;
+    }
+};
+
+template <bool white, bool keyed> void apply(Board *b, Move move, std::uint64_t *key)
+{
+    applier<white, keyed> a(b, move, key);
+    b->fifty_move++;
+    switch (a.move_mover()) {
+    case 0: // pawn
+        a.pawn_steps();
+        a.promote();
+        break;
+    case 1:
+        a.rook_leaves();
+        break;
+    case 2:
+        a.king_steps();
+        break;
+    default:
+        break;
+    }
+    a.take_captured();
+    a.finish(key);
 }
 
 } // namespace
