@@ -8,7 +8,6 @@
 #include "control/search_limits.h"
 #include "eval/evaluate.h"
 #include "movegen/attacks.h"
-#include "movegen/legal.h"
 #include "position/apply.h"
 #include "search/ordering.h"
 #include "search/quiescence.h"
@@ -20,7 +19,6 @@ std::int32_t single_reply = 0;
 
 namespace {
 
-constexpr std::int32_t infinity = 2147483647;
 constexpr std::uint32_t poll_mask = 0x7FF; // clock and input every 2048th node
 constexpr std::int32_t quiescence_budget = 4, quiescence_budget_in_check = 6;
 constexpr std::int32_t endgame_material = 2600; // both sides together
@@ -86,30 +84,33 @@ bool probe_ends_node(Node *node, std::int32_t *score)
 
 // Step 6: at the horizon quiescence settles the position, with a larger budget in check; its
 // score is stored at depth 0 with no move.
+template <Shortcuts s>
 std::int32_t horizon(const Board &board, const Node &node, std::int32_t known_eval)
 {
     const std::int32_t budget = node.in_check ? quiescence_budget_in_check : quiescence_budget;
-    const std::int32_t score = quiescence(
-        board, budget, node.cur_alpha, node.cur_beta, known_eval, node.in_check ? 1 : 0);
+    const std::int32_t check = s.check_bit ? (node.in_check ? 1 : 0) : -1;
+    const std::int32_t score
+        = quiescence_with<s>(board, budget, node.cur_alpha, node.cur_beta, known_eval, check);
     hash_store(node.key, score, bound_for(score, node.entry_alpha, node.entry_beta), 0, 0);
     return score;
 }
 
 // Step 8: a null move that still fails high. Passing leaves the key history as it was.
-bool null_move_fails_high(const Board &board, const Node &node)
+template <Shortcuts s> bool null_move_fails_high(const Board &board, const Node &node)
 {
     const int reduction = node.depth > 5 ? 3 : 2;
     Board child = board;
     std::uint64_t child_key = node.key;
     apply_null_move(&child, &child_key);
-    const std::int32_t score = -alpha_beta(
-        child, node.depth - 1 - reduction, -node.cur_beta, 1 - node.cur_beta, child_key, node.ply);
+    const std::int32_t score = -alpha_beta_with<s>(child, node.depth - 1 - reduction,
+        -node.cur_beta, 1 - node.cur_beta, child_key, node.ply, unknown_eval, -1);
     return score >= node.cur_beta;
 }
 
 // Step 14: the score of move `m`, the `index`th of the list, searched from `board` at
 // `new_depth`: a principal-variation search with a one-ply late-move reduction. A child that is a
 // draw by repetition or by the fifty-move count scores 0 unsearched.
+template <Shortcuts s>
 std::int32_t search_move(const Board &board, const Node &node, Move m, int index,
     std::int32_t new_depth, bool reducible, std::int32_t child_eval)
 {
@@ -120,24 +121,25 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
     std::int32_t score = 0;
     if (!is_third_repetition(child_key) && child.fifty_move != 50) {
         const std::int32_t d = new_depth > 0 ? new_depth : 0;
-        const std::int32_t check = (m & move_gives_check) ? 1 : 0;
+        const std::int32_t check = !s.check_bit ? -1 : (m & move_gives_check) ? 1 : 0;
         const std::int32_t alpha = node.cur_alpha, beta = node.cur_beta;
         if (index == 0) {
-            score = -alpha_beta(child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
+            score = -alpha_beta_with<s>(
+                child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
         } else {
             bool full = true;
             // A late quiet move is first tried one ply shallower, with a null window.
             if (reducible && index > 2) {
                 const std::int32_t reduced = new_depth - 1 > 0 ? new_depth - 1 : 0;
-                score = -alpha_beta(
+                score = -alpha_beta_with<s>(
                     child, reduced, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
                 full = score > alpha;
             }
             if (full) {
-                score = -alpha_beta(
+                score = -alpha_beta_with<s>(
                     child, d, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
                 if (alpha < score && score < beta)
-                    score = -alpha_beta(
+                    score = -alpha_beta_with<s>(
                         child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
             }
         }
@@ -157,15 +159,17 @@ void remember_move(const Node &node, Move m, bool cutoff)
 
 // Steps 12 to 15: orders the list and walks it. Returns false when the stop flag was found up at
 // the head of a move; else true, with the best score and move in *best and *best_move.
+template <Shortcuts s>
 bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *best, Move *best_move)
 {
     // Step 12. Ordering. The evaluations that it makes are the children's own, seen from the
     // other side: they are handed down rather than worked out again.
     std::int32_t child_evals[max_moves];
+    std::int32_t *evals = s.hand_down_evals ? child_evals : nullptr;
     if (node.depth > 1)
-        order_moves(node.ply, board, list, node.key, child_evals);
+        order_moves(node.ply, board, list, node.key, evals);
     else
-        order_by_evaluation(board, list, child_evals);
+        order_by_evaluation(board, list, evals);
 
     // Step 13. Futility: far below alpha, quiet moves late in the list are not tried.
     int prune_from = no_pruning;
@@ -182,8 +186,9 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
         if (!passed_ext && i >= prune_from && quiet) continue;
         const bool reducible
             = node.depth > 2 && node.ply > 0 && !node.in_check && !passed_ext && quiet;
-        std::int32_t score = search_move(board, node, m, i, node.depth - 1 + check_ext + passed_ext,
-            reducible, negate_eval(child_evals[i]));
+        std::int32_t score
+            = search_move<s>(board, node, m, i, node.depth - 1 + check_ext + passed_ext, reducible,
+                s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval);
         if (node.opening_root) score += opening_steering(board, m);
 
         // Step 15. A new best; a cut-off ends the loop.
@@ -254,7 +259,8 @@ std::int32_t opening_steering(const Board &board, Move move)
     return to == d5 || to == e5 ? 130 : 70;
 }
 
-std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+template <Shortcuts s>
+std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
     std::uint64_t key, int parent_ply, std::int32_t known_eval, std::int32_t known_check)
 {
     // Step 1. A raised stop flag ends every node at once.
@@ -286,7 +292,7 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
     node.in_check = known_check >= 0 ? known_check != 0 : side_in_check(board);
 
     // Step 6. Horizon: quiescence settles the position.
-    if (depth == 0) return horizon(board, node, known_eval);
+    if (depth == 0) return horizon<s>(board, node, known_eval);
 
     // Step 7. Material: the passed-pawn extension needs an endgame, null move and futility
     // need pieces besides pawns.
@@ -295,7 +301,7 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
         = ply > 0 && !node.in_check && node.cur_beta <= mate_score - 1 && side_has_pieces(board);
 
     // Step 8. Null move: if passing still fails high, so will a real move.
-    if (depth > 2 && pruning_allowed && null_move_fails_high(board, node)) return node.cur_beta;
+    if (depth > 2 && pruning_allowed && null_move_fails_high<s>(board, node)) return node.cur_beta;
 
     // Step 9. Reverse futility: near the horizon, a static score far above beta is trusted.
     node.futility_allowed = (depth == 1 || depth == 2) && pruning_allowed;
@@ -309,7 +315,7 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
     // Step 10. Generate the moves.
     MoveList list;
     list.count = 0;
-    generate_moves(board, &list);
+    legal_moves<s>(board, &list);
 
     // Step 11. Nothing to search: checkmate or stalemate, or a forced reply at the root, which is
     // played without a search.
@@ -321,7 +327,7 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
         single_reply = 1;
         pv_cell(0, 0) = list.moves[0];
         best_score = 0;
-    } else if (!move_loop(board, node, &list, &best_score, &best_move)) {
+    } else if (!move_loop<s>(board, node, &list, &best_score, &best_move)) {
         return 0; // steps 12 to 15 found the stop flag up
     }
 
@@ -330,3 +336,8 @@ std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std
         best_move);
     return best_score;
 }
+
+template std::int32_t alpha_beta_with<engine_shortcuts>(Board, std::int32_t, std::int32_t,
+    std::int32_t, std::uint64_t, int, std::int32_t, std::int32_t);
+template std::int32_t alpha_beta_with<no_shortcuts>(Board, std::int32_t, std::int32_t, std::int32_t,
+    std::uint64_t, int, std::int32_t, std::int32_t);

@@ -6,22 +6,34 @@
 #include <cstdint>
 
 #include "position/board.h"
+#include "search/shortcuts.h"
 
 constexpr std::int32_t mate_score = 10000; // a side mated at ply p scores p - mate_score
+constexpr std::int32_t infinity = 2147483647; // the root's window is (-infinity, infinity)
 
 extern std::int32_t node_count; // alpha_beta entries in this search, across iterations
 extern std::int32_t iteration_depth; // root depth of the running iteration
 extern std::int32_t single_reply; // set when the root has exactly one legal move
 
-// Score of `board` for its side to move. `depth` is the remaining depth (never negative), `key`
-// the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the root). Fail-soft inside
-// the move loop. Returns 0 at once when search_stop is up; such a score means nothing.
-// `known_eval`, when not INT32_MIN, is evaluate of `board` for its side to move, already worked
-// out by the parent's ordering. `known_check` is 1 or 0 when the parent knows whether the side to
-// move is in check (the check bit of its move), -1 when it doesn't.
-std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
-    std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN,
-    std::int32_t known_check = -1);
+// Score of `board` for its side to move, with the shortcuts `s`. `depth` is the remaining depth
+// (never negative), `key` the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the
+// root). Fail-soft inside the move loop. Returns 0 at once when search_stop is up; such a score
+// means nothing. `known_eval`, when not INT32_MIN (unknown_eval), is evaluate of `board` for its
+// side to move, already worked out by the parent's ordering. `known_check` is 1 or 0 when the
+// parent knows whether the side to move is in check (the check bit of its move), -1 when it
+// doesn't.
+template <Shortcuts s>
+std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+    std::uint64_t key, int parent_ply, std::int32_t known_eval, std::int32_t known_check);
+
+// The engine's alpha-beta.
+inline std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha,
+    std::int32_t beta, std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN,
+    std::int32_t known_check = -1)
+{
+    return alpha_beta_with<engine_shortcuts>(
+        board, depth, alpha, beta, key, parent_ply, known_eval, known_check);
+}
 
 // True when the side to move in `board` pushes a pawn straight on to its sixth rank or beyond
 // (white) or third or below (black) with no enemy pawn ahead on its own or a neighbouring file.

@@ -5,7 +5,6 @@
 
 #include "control/search_limits.h"
 #include "eval/evaluate.h"
-#include "movegen/legal.h"
 #include "platform/platform.h"
 #include "position/apply.h"
 #include "position/zobrist.h"
@@ -18,17 +17,15 @@ char pv_text[pv_text_size];
 
 namespace {
 
-constexpr std::int32_t infinity = 2147483647;
-
 std::int32_t elapsed_now() { return elapsed_ms(clock_ms_real(), search_start_ms); }
 
 // When no iteration has left a move: the legal move with the best evaluation after it, the first
 // of equal ones; "0000" when there is no legal move.
-void fallback_move()
+template <Shortcuts s> void fallback_move()
 {
     MoveList list;
     list.count = 0;
-    generate_moves(current_board, &list);
+    legal_moves<s>(current_board, &list);
     if (list.count == 0) {
         std::strcpy(best_move_text, "0000");
         return;
@@ -39,9 +36,10 @@ void fallback_move()
     pv_length[0] = 1;
 }
 
-} // namespace
-
-void build_pv_text()
+// Builds pv_text from row 0 of pv_table. The line stops before its first word that is not a
+// legal move in the position reached, so a GUI replaying it never meets an illegal move; the
+// blank in front of that word stays.
+template <Shortcuts s> void build_pv_text()
 {
     pv_text[0] = '\0';
     int length = 0;
@@ -53,7 +51,7 @@ void build_pv_text()
         // A word left over from another branch can end the stored line: the text stops there.
         MoveList list;
         list.count = 0;
-        generate_moves(board, &list);
+        legal_moves<s>(board, &list);
         bool legal = false;
         for (int j = 0; j < list.count && !legal; j++) legal = same_move(list.moves[j], m);
         if (!legal) break;
@@ -68,7 +66,8 @@ void build_pv_text()
     }
 }
 
-const char *iterate_search(iteration_printer print)
+// The iterations of one search, with the shortcuts `s` everywhere in the tree.
+template <Shortcuts s> const char *iterate(iteration_printer print)
 {
     best_move_text[0] = '\0';
     search_stop = 0;
@@ -85,14 +84,14 @@ const char *iterate_search(iteration_printer print)
         = search_depth_limit < counter_plies - 1 ? search_depth_limit : counter_plies - 1;
     for (int depth = 1; depth <= last_depth; depth++) {
         iteration_depth = depth;
-        const std::int32_t score
-            = alpha_beta(current_board, depth, -infinity, infinity, root_key, -1);
+        const std::int32_t score = alpha_beta_with<s>(
+            current_board, depth, -infinity, infinity, root_key, -1, unknown_eval, -1);
         if (single_reply) {
             move_to_text(pv_cell(0, 0), best_move_text);
             break;
         }
         if (!search_stop) {
-            build_pv_text();
+            build_pv_text<s>();
             const iteration_report report
                 = { depth, elapsed_now(), std::uint64_t(std::int64_t(node_count)), score, pv_text };
             print(report);
@@ -101,6 +100,12 @@ const char *iterate_search(iteration_printer print)
         if (time_limit_active && elapsed_now() > search_time_limit_ms) break;
     }
     if (best_move_text[0] != '\0' && pv_cell(0, 0) != 0) return best_move_text;
-    fallback_move();
+    fallback_move<s>();
     return best_move_text;
 }
+
+} // namespace
+
+const char *iterate_search(iteration_printer print) { return iterate<engine_shortcuts>(print); }
+
+const char *iterate_search_literal(iteration_printer print) { return iterate<no_shortcuts>(print); }

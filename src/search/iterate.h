@@ -29,7 +29,6 @@ extern char pv_text[pv_text_size];
 // play as text, "0000" when there is none.
 const char *iterate_search(iteration_printer print);
 
-// Builds pv_text from row 0 of pv_table. The line stops before its first word that is not a
-// legal move in the position reached, so a GUI replaying it never meets an illegal move; the
-// blank in front of that word stays.
-void build_pv_text();
+// The same search with no shortcut anywhere in the tree: the literal algorithm, kept as the
+// oracle that the tests prove the engine's search against.
+const char *iterate_search_literal(iteration_printer print);

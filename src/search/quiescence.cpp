@@ -5,7 +5,6 @@
 #include "control/search_limits.h"
 #include "eval/evaluate.h"
 #include "movegen/attacked.h"
-#include "movegen/legal.h"
 #include "position/apply.h"
 #include "search/ordering.h"
 
@@ -25,9 +24,21 @@ std::int32_t delta_victim(Move m)
     return value_of(move_captured(m));
 }
 
-// Whether the side to move after `m` is in check: the check bit of a generated word says exactly
-// that, so the child need not test its king's square again.
-std::int32_t gives_check(Move m) { return (m & move_gives_check) ? 1 : 0; }
+// What a child after `m` is told of its check status: the check bit of a generated word says
+// exactly whether its side to move is in check, so it need not test its king's square again.
+template <Shortcuts s> std::int32_t child_check(Move m)
+{
+    if constexpr (s.check_bit) return (m & move_gives_check) ? 1 : 0;
+    return -1;
+}
+
+// Sorts `list` by evaluation; with the shortcut, the evaluations go into `child_evals` to be
+// handed down.
+template <Shortcuts s>
+void order_list(const Board &board, MoveList *list, std::int32_t *child_evals)
+{
+    order_by_evaluation(board, list, s.hand_down_evals ? child_evals : nullptr);
+}
 
 // Whether a move list goes through the delta rule: the captures do, evasions and quiet checks
 // don't.
@@ -38,7 +49,7 @@ enum class delta_rule : bool { off, on };
 // when the node ends here, with its score in *best: beta on a cut-off, 0 when the stop flag is
 // up. With the delta rule on, a plain capture that can't bring the score near the best, even
 // with the margin, is skipped.
-template <delta_rule delta>
+template <Shortcuts s, delta_rule delta>
 bool search_list(const Board &board, const MoveList &list, const std::int32_t *child_evals,
     std::int32_t depth, std::int32_t beta, std::int32_t *best, std::int32_t stand_pat = 0)
 {
@@ -55,8 +66,10 @@ bool search_list(const Board &board, const MoveList &list, const std::int32_t *c
         }
         Board child = board;
         apply_move(&child, m);
+        const std::int32_t child_eval
+            = s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval;
         const std::int32_t score
-            = -quiescence(child, depth, -beta, -*best, negate_eval(child_evals[i]), gives_check(m));
+            = -quiescence_with<s>(child, depth, -beta, -*best, child_eval, child_check<s>(m));
         if (score >= beta) {
             *best = beta;
             return true;
@@ -76,7 +89,8 @@ bool side_in_check(const Board &board)
     return attacked_by_white(board, first_square(board.black_king));
 }
 
-std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
+template <Shortcuts s>
+std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
     std::int32_t known_eval, std::int32_t known_check)
 {
     quiescence_node_count++;
@@ -91,10 +105,10 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
 
     // In check: every evasion is searched, whatever the budget, and there is no stand-pat.
     if (known_check >= 0 ? known_check != 0 : side_in_check(board)) {
-        generate_moves(board, &list);
+        legal_moves<s>(board, &list);
         if (list.count == 0) return quiescence_mate_score;
-        order_by_evaluation(board, &list, child_evals);
-        search_list<delta_rule::off>(board, list, child_evals, depth - 1, beta, &alpha);
+        order_list<s>(board, &list, child_evals);
+        search_list<s, delta_rule::off>(board, list, child_evals, depth - 1, beta, &alpha);
         return alpha;
     }
 
@@ -104,7 +118,7 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
 
     // The captures alone, in the generator's order; the full list is made only if quiet checks
     // are wanted after them.
-    generate_captures(board, &list);
+    legal_captures<s>(board, &list);
     // No capture: the static score stands, below alpha too, and no quiet check is tried.
     if (list.count == 0) return stand_pat;
 
@@ -112,16 +126,18 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
     // A capture that the delta rule skips against the first best is skipped wherever it stands,
     // since the best only rises: it is left out before the sort, which saves its evaluation and
     // leaves the order of the others as it was.
-    int kept = 0;
-    for (int i = 0; i < list.count; i++) {
-        const std::int32_t v = delta_victim(list.moves[i]);
-        if (v > 0 && v + stand_pat + delta_margin < best) continue;
-        list.moves[kept++] = list.moves[i];
+    if constexpr (s.delta_before_sort) {
+        int kept = 0;
+        for (int i = 0; i < list.count; i++) {
+            const std::int32_t v = delta_victim(list.moves[i]);
+            if (v > 0 && v + stand_pat + delta_margin < best) continue;
+            list.moves[kept++] = list.moves[i];
+        }
+        list.count = kept;
     }
-    list.count = kept;
-    order_by_evaluation(board, &list, child_evals);
+    order_list<s>(board, &list, child_evals);
     // Captures are free: the budget stays as it is.
-    if (search_list<delta_rule::on>(board, list, child_evals, depth, beta, &best, stand_pat))
+    if (search_list<s, delta_rule::on>(board, list, child_evals, depth, beta, &best, stand_pat))
         return best;
 
     if (depth <= 0) return best;
@@ -130,15 +146,20 @@ std::int32_t quiescence(Board board, std::int32_t depth, std::int32_t alpha, std
     // A few quiet checks, best first by evaluation; each spends one unit of the budget.
     MoveList all;
     all.count = 0;
-    generate_moves(board, &all);
+    legal_moves<s>(board, &all);
     list.count = 0;
     for (int i = 0; i < all.count; i++) {
         const Move m = all.moves[i];
         if ((m & move_gives_check) && !(m & move_capture)) list.moves[list.count++] = m;
     }
     if (list.count == 0) return best;
-    order_by_evaluation(board, &list, child_evals);
+    order_list<s>(board, &list, child_evals);
     if (list.count > quiet_check_limit) list.count = quiet_check_limit;
-    search_list<delta_rule::off>(board, list, child_evals, depth - 1, beta, &best);
+    search_list<s, delta_rule::off>(board, list, child_evals, depth - 1, beta, &best);
     return best;
 }
+
+template std::int32_t quiescence_with<engine_shortcuts>(
+    Board, std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t);
+template std::int32_t quiescence_with<no_shortcuts>(
+    Board, std::int32_t, std::int32_t, std::int32_t, std::int32_t, std::int32_t);

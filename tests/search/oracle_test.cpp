@@ -1,5 +1,6 @@
-// The engine's search against the literal oracle: the same rows (depth, nodes, score, line), the
-// same move, and the same tables left behind, over fixed and random positions.
+// The engine's search against the literal one, the same body with every shortcut off: the same
+// rows (depth, nodes, score, line), the same move, the same quiescence nodes and the same tables
+// left behind, over fixed and random positions, and quiescence alone from random windows.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -15,7 +16,6 @@
 #include "search/iterate.h"
 #include "search/ordering.h"
 #include "search/quiescence.h"
-#include "tests/search/literal_search.h"
 #include "tests/support/search_setup.h"
 
 namespace {
@@ -26,9 +26,55 @@ constexpr int depth_cut = 3, random_positions = 6, random_depth = 3;
 constexpr int depth_cut = 2, random_positions = 40, random_depth = 4;
 #endif
 
-std::vector<literal::search_row> rows;
+struct row {
+    int depth;
+    std::uint64_t nodes;
+    int score;
+    std::string pv;
+    bool operator==(const row &) const = default;
+};
+
+void PrintTo(const row &r, std::ostream *os)
+{
+    *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
+}
+
+std::vector<row> rows;
 
 void collect(const iteration_report &r) { rows.push_back({ r.depth, r.nodes, r.score, r.pv }); }
+
+// Everything that one search leaves to be seen: its rows, its move and its global tables.
+struct outcome {
+    void PrintTo(const row &r, std::ostream *os)
+    {
+        *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
+    }
+
+    std::vector<row> rows;
+    std::string best;
+    std::int32_t nodes;
+    std::uint64_t quiescence_nodes;
+    std::vector<Move> pv;
+    std::vector<std::int32_t> pv_lengths;
+    std::vector<std::uint32_t> alpha, cutoff;
+};
+
+outcome run(const char *(*search)(iteration_printer))
+{
+    rows.clear();
+    quiescence_node_count = 0;
+    outcome o;
+    o.best = search(collect);
+    o.rows = rows;
+    o.nodes = node_count;
+    o.quiescence_nodes = quiescence_node_count;
+    o.pv.assign(pv_table, pv_table + pv_rows * pv_columns);
+    o.pv_lengths.assign(pv_length, pv_length + pv_rows);
+    constexpr int cells = counter_plies * 64 * 64;
+    o.alpha.assign(&alpha_counts[0][0][0], &alpha_counts[0][0][0] + cells);
+    o.cutoff.assign(&cutoff_counts[0][0][0], &cutoff_counts[0][0][0] + cells);
+    return o;
+}
 
 // Both searches of current_board to `depth`, compared in every figure.
 void compare_searches(int depth, const std::string &label)
@@ -36,25 +82,15 @@ void compare_searches(int depth, const std::string &label)
     search_depth_limit = depth;
     search_time_limit_ms = 0;
     time_limit_active = 0;
-    const char *literal_best = nullptr;
-    const std::vector<literal::search_row> expected = literal::iterate(&literal_best);
-    const std::string expected_best = literal_best;
-    std::vector<Move> expected_pv(pv_table, pv_table + pv_rows * pv_columns);
-    std::vector<std::int32_t> expected_length(pv_length, pv_length + pv_rows);
-    const std::int32_t expected_nodes = node_count;
-    std::vector<std::uint32_t> expected_counts(
-        &alpha_counts[0][0][0], &alpha_counts[0][0][0] + counter_plies * 64 * 64);
-
-    rows.clear();
-    const std::string best = iterate_search(collect);
-    ASSERT_EQ(rows.size(), expected.size()) << label;
-    for (std::size_t i = 0; i < rows.size(); i++) EXPECT_EQ(rows[i], expected[i]) << label;
-    if (expected_best != "0000") { EXPECT_EQ(best, expected_best) << label; }
-    EXPECT_EQ(node_count, expected_nodes) << label;
-    EXPECT_TRUE(std::equal(expected_pv.begin(), expected_pv.end(), pv_table)) << label;
-    EXPECT_TRUE(std::equal(expected_length.begin(), expected_length.end(), pv_length)) << label;
-    EXPECT_TRUE(std::equal(expected_counts.begin(), expected_counts.end(), &alpha_counts[0][0][0]))
-        << label;
+    const outcome expected = run(iterate_search_literal);
+    const outcome got = run(iterate_search);
+    EXPECT_EQ(got.rows, expected.rows) << label;
+    EXPECT_EQ(got.best, expected.best) << label;
+    EXPECT_EQ(got.nodes, expected.nodes) << label;
+    EXPECT_EQ(got.quiescence_nodes, expected.quiescence_nodes) << label;
+    // The tables that the next `sortedmoves` reads.
+    EXPECT_TRUE(got.pv == expected.pv && got.pv_lengths == expected.pv_lengths) << label;
+    EXPECT_TRUE(got.alpha == expected.alpha && got.cutoff == expected.cutoff) << label;
 }
 
 TEST(Oracle, BenchPositionsSearchAlike)
@@ -111,7 +147,7 @@ TEST(Oracle, QuiescenceScoresAlike)
         const std::int32_t alpha = std::int32_t(rng() % 801) - 400;
         const std::int32_t beta = alpha + 1 + std::int32_t(rng() % 400);
         for (int budget : { 0, 4, 6 }) {
-            const std::int32_t expected = literal::quiescence(board, budget, alpha, beta);
+            const std::int32_t expected = quiescence_literal(board, budget, alpha, beta);
             EXPECT_EQ(quiescence(board, budget, alpha, beta), expected)
                 << "position " << n << " budget " << budget;
             EXPECT_EQ(quiescence(board, budget, alpha, beta, INT32_MIN, check), expected)
