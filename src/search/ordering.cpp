@@ -58,12 +58,7 @@ struct bucket {
 
 } // namespace
 
-std::int32_t capture_gain(Move move)
-{
-    const std::int32_t victim
-        = (move & move_en_passant) ? value_of(pawn) : value_of(move_captured(move));
-    return victim - value_of(move_mover(move));
-}
+std::int32_t capture_gain(Move move) { return victim_value(move) - value_of(move_mover(move)); }
 
 void clear_counters()
 {

@@ -36,7 +36,13 @@ constexpr bool same_move(Move a, Move b)
     return (a & mask) == (b & mask);
 }
 
-// Victim's value minus the attacker's (the king attacks at 0); an en-passant victim is a pawn.
+// Value of the piece that `move` takes: a pawn for en passant, 0 for a move that takes nothing.
+constexpr std::int32_t victim_value(Move move)
+{
+    return (move & move_en_passant) ? value_of(pawn) : value_of(move_captured(move));
+}
+
+// Victim's value minus the attacker's (the king attacks at 0).
 std::int32_t capture_gain(Move move);
 
 // Sets both counter tables to 0.

@@ -11,7 +11,6 @@
 namespace {
 
 constexpr std::int32_t delta_margin = 120; // a capture must be able to come this close to best
-constexpr std::int32_t en_passant_victim = 100;
 constexpr std::int32_t check_margin = 180; // quiet checks only when stand-pat is this close
 constexpr int quiet_check_limit = 10;
 
@@ -19,9 +18,7 @@ constexpr int quiet_check_limit = 10;
 // which the rule never skips.
 std::int32_t delta_victim(Move m)
 {
-    if (m & (move_gives_check | move_promoted)) return 0;
-    if (m & move_en_passant) return en_passant_victim;
-    return value_of(move_captured(m));
+    return (m & (move_gives_check | move_promoted)) ? 0 : victim_value(m);
 }
 
 // What a child after `m` is told of its check status: the check bit of a generated word says
