@@ -8,7 +8,6 @@
 #include <string>
 
 #include "bench/search/bench_positions.h"
-#include "control/search_limits.h"
 #include "movegen/legal.h"
 #include "position/apply.h"
 #include "position/zobrist.h"
@@ -26,31 +25,9 @@ constexpr int depth_cut = 3, random_positions = 6, random_depth = 3;
 constexpr int depth_cut = 2, random_positions = 40, random_depth = 4;
 #endif
 
-struct row {
-    int depth;
-    std::uint64_t nodes;
-    int score;
-    std::string pv;
-    bool operator==(const row &) const = default;
-};
-
-void PrintTo(const row &r, std::ostream *os)
-{
-    *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
-}
-
-std::vector<row> rows;
-
-void collect(const iteration_report &r) { rows.push_back({ r.depth, r.nodes, r.score, r.pv }); }
-
 // Everything that one search leaves to be seen: its rows, its move and its global tables.
 struct outcome {
-    void PrintTo(const row &r, std::ostream *os)
-    {
-        *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
-    }
-
-    std::vector<row> rows;
+    std::vector<SearchRow> rows;
     std::string best;
     std::int32_t nodes;
     std::uint64_t quiescence_nodes;
@@ -59,13 +36,11 @@ struct outcome {
     std::vector<std::uint32_t> alpha, cutoff;
 };
 
-outcome run(const char *(*search)(iteration_printer))
+outcome run(const char *(*search)(iteration_printer), int depth)
 {
-    rows.clear();
     quiescence_node_count = 0;
     outcome o;
-    o.best = search(collect);
-    o.rows = rows;
+    o.rows = search_rows(search, depth, &o.best);
     o.nodes = node_count;
     o.quiescence_nodes = quiescence_node_count;
     o.pv.assign(pv_table, pv_table + pv_rows * pv_columns);
@@ -79,11 +54,8 @@ outcome run(const char *(*search)(iteration_printer))
 // Both searches of current_board to `depth`, compared in every figure.
 void compare_searches(int depth, const std::string &label)
 {
-    search_depth_limit = depth;
-    search_time_limit_ms = 0;
-    time_limit_active = 0;
-    const outcome expected = run(iterate_search_literal);
-    const outcome got = run(iterate_search);
+    const outcome expected = run(iterate_search_literal, depth);
+    const outcome got = run(iterate_search, depth);
     EXPECT_EQ(got.rows, expected.rows) << label;
     EXPECT_EQ(got.best, expected.best) << label;
     EXPECT_EQ(got.nodes, expected.nodes) << label;

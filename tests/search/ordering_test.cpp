@@ -123,16 +123,4 @@ TEST_F(OrderMoves, StoredMoveNotInTheListChangesNothing)
     EXPECT_EQ(texts_of(list), texts_of(plain));
 }
 
-TEST_F(OrderMoves, EvaluationsHandedOutMatchTheSort)
-{
-    std::int32_t evals[max_moves];
-    order_moves(1, current_board, &list, current_key, evals);
-    EXPECT_EQ(evals[0], unknown_eval); // the capture needed none
-    for (int i = 2; i < list.count; i++) {
-        Board child = current_board;
-        apply_move(&child, list.moves[i]);
-        EXPECT_EQ(evals[i], evaluate(child, 1, 0)) << text_of(list.moves[i]);
-    }
-}
-
 } // namespace

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "control/search_limits.h"
 #include "eval/evaluate.h"
 #include "movegen/legal.h"
 #include "position/apply.h"
@@ -18,25 +17,8 @@
 
 namespace {
 
-struct row {
-    int depth;
-    std::uint64_t nodes;
-    int score;
-    std::string pv;
-    bool operator==(const row &) const = default;
-};
-
-void PrintTo(const row &r, std::ostream *os)
-{
-    *os << "{" << r.depth << ", " << r.nodes << ", " << r.score << ", \"" << r.pv << "\"}";
-}
-
-std::vector<row> rows;
-
-void collect(const iteration_report &r) { rows.push_back({ r.depth, r.nodes, r.score, r.pv }); }
-
 struct result {
-    std::vector<row> rows;
+    std::vector<SearchRow> rows;
     std::string best;
 };
 
@@ -45,12 +27,9 @@ struct result {
 result search(const char *position_line, int depth)
 {
     set_position(position_line);
-    search_depth_limit = depth;
-    search_time_limit_ms = 0;
-    time_limit_active = 0;
-    rows.clear();
-    const std::string best = iterate_search(collect);
-    return { rows, best };
+    result r;
+    r.rows = search_rows(iterate_search, depth, &r.best);
+    return r;
 }
 
 // At depth 3 the printed line stops before a word left over from another branch, which is not
@@ -77,7 +56,7 @@ TEST(Search, MateInOneScores9999AndGoesOnToTheDepthLimit)
 {
     const result r = search("position fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1", 3);
     ASSERT_EQ(r.rows.size(), 3u);
-    for (const row &x : r.rows) EXPECT_EQ(x.score, 9999);
+    for (const SearchRow &x : r.rows) EXPECT_EQ(x.score, 9999);
     EXPECT_EQ(r.best, "a1a8");
 }
 
@@ -88,7 +67,7 @@ TEST(Search, RootWithoutMoves)
         { std::pair { "R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", -10000 },
             std::pair { "7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", 0 } }) {
         const result r = search((std::string("position fen ") + position).c_str(), 2);
-        EXPECT_EQ(r.rows, (std::vector<row> { { 1, 1, score, "" }, { 2, 2, score, "" } }));
+        EXPECT_EQ(r.rows, (std::vector<SearchRow> { { 1, 1, score, "" }, { 2, 2, score, "" } }));
         EXPECT_EQ(r.best, "0000");
     }
 }
@@ -159,14 +138,6 @@ TEST(Quiescence, StandPatAtOrAboveBetaReturnsBeta)
 {
     const Board board = board_of("position fen 4k3/8/8/8/8/8/3q4/R3K3 w - - 0 1");
     EXPECT_EQ(quiescence(board, 4, -30000, -29000), -29000);
-}
-
-TEST(Quiescence, KnownEvaluationGivesTheSameScore)
-{
-    const Board board = board_of("position fen 4k3/8/8/8/2bn4/8/3N1B2/4K3 w - - 0 1");
-    const std::int32_t e = evaluate(board, 1, 0);
-    for (int budget : { 0, 4 })
-        EXPECT_EQ(quiescence(board, budget, -200, 200, e), quiescence(board, budget, -200, 200));
 }
 
 } // namespace

@@ -96,12 +96,4 @@ TEST_F(HashTable, EveryClearEmptiesTheTableThroughManyGenerations)
     }
 }
 
-TEST(HashBound, ChosenAgainstTheWindow)
-{
-    EXPECT_EQ(bound_for(-5, -5, 10), bound_upper);
-    EXPECT_EQ(bound_for(-4, -5, 10), bound_exact);
-    EXPECT_EQ(bound_for(9, -5, 10), bound_exact);
-    EXPECT_EQ(bound_for(10, -5, 10), bound_lower);
-}
-
 } // namespace
