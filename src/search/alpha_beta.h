@@ -22,18 +22,10 @@ extern std::int32_t single_reply; // set when the root has exactly one legal mov
 // side to move, already worked out by the parent's ordering. `known_check` is 1 or 0 when the
 // parent knows whether the side to move is in check (the check bit of its move), -1 when it
 // doesn't.
+// The engine runs it with engine_shortcuts, the tests with no_shortcuts as well.
 template <Shortcuts s>
 std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha, std::int32_t beta,
     std::uint64_t key, int parent_ply, std::int32_t known_eval, std::int32_t known_check);
-
-// The engine's alpha-beta.
-inline std::int32_t alpha_beta(Board board, std::int32_t depth, std::int32_t alpha,
-    std::int32_t beta, std::uint64_t key, int parent_ply, std::int32_t known_eval = INT32_MIN,
-    std::int32_t known_check = -1)
-{
-    return alpha_beta_with<engine_shortcuts>(
-        board, depth, alpha, beta, key, parent_ply, known_eval, known_check);
-}
 
 // True when the side to move in `board` pushes a pawn straight on to its sixth rank or beyond
 // (white) or third or below (black) with no enemy pawn ahead on its own or a neighbouring file.
