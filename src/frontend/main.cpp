@@ -2,9 +2,11 @@
 #include <cstdio>
 
 #include "frontend/engine.h"
+#include "platform/platform.h"
 
 int main()
 {
+    platform_init();
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     engine_init();
     command_loop();

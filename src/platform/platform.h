@@ -4,13 +4,17 @@
 
 #include <cstdint>
 
+// Start-up of the standard streams, before anything is printed: the bytes the engine writes
+// leave unchanged (no line-end translation).
+void platform_init();
+
 // Milliseconds of a monotonic clock; only differences mean anything.
 std::uint64_t clock_ms();
 // The same clock as a double, with the fraction of a millisecond.
 double clock_ms_real();
 
-// Standard input is read by file descriptor 0 into one buffer that both the command loop and the
-// search's poll take from, so no line can hide where the other route can't see it.
+// Standard input is read from its descriptor or handle into one buffer that both the command loop
+// and the search's poll take from, so no line can hide where the other route can't see it.
 
 // Copies the next line into `text`, as fgets would: up to and including its line feed, and at
 // most size - 1 bytes; the rest of a longer line stays for the next call. Blocks until a whole

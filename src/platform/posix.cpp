@@ -10,6 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+// POSIX streams don't translate line ends.
+void platform_init() { }
+
 std::uint64_t clock_ms()
 {
     timespec now;

@@ -1,0 +1,184 @@
+// Windows services: the performance counter for the clock, ReadFile on the standard-input handle
+// with PeekNamedPipe for the non-blocking look, the console API for cls, and reserved-then-
+// committed virtual memory for the one large block.
+#include "platform/platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+void platform_init()
+{
+    // The C runtime's text mode would turn every LF into CR LF, so the CR LF of the UCI answers
+    // would leave as CR CR LF. In binary mode the bytes go out as the engine writes them.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+}
+
+namespace {
+
+std::int64_t read_frequency()
+{
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    // Never zero on a working system; guard the division all the same.
+    return frequency.QuadPart > 0 ? frequency.QuadPart : 1;
+}
+
+// Ticks per second of the performance counter, read once before main.
+const std::int64_t counter_frequency = read_frequency();
+
+} // namespace
+
+std::uint64_t clock_ms()
+{
+    LARGE_INTEGER counter;
+    QueryPerformanceCounter(&counter);
+    // Multiplication first, in 64 bits: whole milliseconds without a rounding of the frequency.
+    return std::uint64_t(counter.QuadPart * 1000 / counter_frequency);
+}
+
+// The same whole milliseconds: the deadline is measured in the grain the counter formula gives.
+double clock_ms_real() { return double(clock_ms()); }
+
+namespace {
+
+// Bytes read from the standard-input handle and not yet taken: stdin_buffer[start, end).
+char stdin_buffer[65536];
+int stdin_start = 0, stdin_end = 0;
+bool stdin_ended = false;
+
+HANDLE input_handle()
+{
+    static const HANDLE handle = GetStdHandle(STD_INPUT_HANDLE);
+    return handle;
+}
+
+bool valid(HANDLE handle) { return handle != nullptr && handle != INVALID_HANDLE_VALUE; }
+
+// One ReadFile into the free part of the buffer, of at most `most` bytes; false at the end of
+// input or on an error (a pipe whose writer has gone reports ERROR_BROKEN_PIPE; a file or a
+// console at its end reads 0 bytes).
+bool fill_buffer(DWORD most)
+{
+    if (stdin_ended) return false;
+    if (stdin_start == stdin_end) stdin_start = stdin_end = 0;
+    if (stdin_start > 0 && stdin_end == int(sizeof stdin_buffer)) {
+        std::memmove(
+            stdin_buffer, stdin_buffer + stdin_start, std::size_t(stdin_end - stdin_start));
+        stdin_end -= stdin_start;
+        stdin_start = 0;
+    }
+    const DWORD room = DWORD(sizeof stdin_buffer - std::size_t(stdin_end));
+    DWORD got = 0;
+    if (!valid(input_handle())
+        || !ReadFile(
+            input_handle(), stdin_buffer + stdin_end, most < room ? most : room, &got, nullptr)
+        || got == 0) {
+        stdin_ended = true;
+        return false;
+    }
+    stdin_end += int(got);
+    return true;
+}
+
+} // namespace
+
+int stdin_read_line(char *text, int size)
+{
+    int copied = 0;
+    while (copied < size - 1) {
+        if (stdin_start == stdin_end && !fill_buffer(sizeof stdin_buffer)) break;
+        char c = stdin_buffer[stdin_start++];
+        text[copied++] = c;
+        if (c == '\n') break;
+    }
+    text[copied] = '\0';
+    return copied;
+}
+
+bool stdin_is_pipe()
+{
+    const HANDLE handle = input_handle();
+    if (!valid(handle)) return false;
+    return (GetFileType(handle) & ~DWORD(FILE_TYPE_REMOTE)) == FILE_TYPE_PIPE;
+}
+
+namespace {
+
+// True when the tick count has moved on since the pipe was last asked. GetTickCount64 reads
+// memory the system keeps up to date, without a call into the kernel; its grain is 10 to 16 ms,
+// which bounds how late a `stop` is seen.
+bool poll_due()
+{
+    static ULONGLONG last_tick = ~ULONGLONG(0);
+    const ULONGLONG tick = GetTickCount64();
+    if (tick == last_tick) return false;
+    last_tick = tick;
+    return true;
+}
+
+} // namespace
+
+int stdin_take_waiting(char *bytes, int most)
+{
+    if (stdin_start == stdin_end) {
+        if (stdin_ended || !poll_due()) return 0;
+        DWORD waiting = 0;
+        // A failing look (a broken pipe, or no pipe at all) reads as nothing waiting; the
+        // command loop sees the end of input once the search is over.
+        if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr) || waiting == 0)
+            return 0;
+        // Exactly what waits, so the read can't block.
+        if (!fill_buffer(waiting)) return 0;
+    }
+    int taken = stdin_end - stdin_start < most ? stdin_end - stdin_start : most;
+    std::memcpy(bytes, stdin_buffer + stdin_start, std::size_t(taken));
+    stdin_start += taken;
+    return taken;
+}
+
+void *allocate_zeroed(std::uint64_t bytes)
+{
+    // Committed pages read as zero and take no physical memory until they are first written.
+    return VirtualAlloc(nullptr, SIZE_T(bytes), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+}
+
+void release_zeroed(void *block, std::uint64_t)
+{
+    if (block) VirtualFree(block, 0, MEM_RELEASE);
+}
+
+void rezero(void *block, std::uint64_t bytes)
+{
+    // Decommitting hands the written pages back; committing them again gives zero pages, and
+    // untouched ones cost nothing either way. Should the decommit be refused, fill by hand.
+    if (!VirtualFree(block, SIZE_T(bytes), MEM_DECOMMIT)) {
+        std::memset(block, 0, std::size_t(bytes));
+        return;
+    }
+    if (VirtualAlloc(block, SIZE_T(bytes), MEM_COMMIT, PAGE_READWRITE)) return;
+    // The system gave the commit charge to someone else in between: the table can't be had
+    // again, which ends the engine as at start-up rather than letting it touch missing pages.
+    static const char message[] = "Failed to allocate hash table\r\n";
+    std::fwrite(message, 1, sizeof message - 1, stderr);
+    std::exit(1);
+}
+
+void clear_terminal()
+{
+    const HANDLE out = GetStdHandle(STD_OUTPUT_HANDLE);
+    if (!valid(out)) return;
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    // Fails when standard output is a pipe or a file: nothing is written then.
+    if (!GetConsoleScreenBufferInfo(out, &info)) return;
+    const DWORD cells = DWORD(info.dwSize.X) * DWORD(info.dwSize.Y);
+    const COORD home = { 0, 0 };
+    DWORD done = 0;
+    FillConsoleOutputCharacterA(out, ' ', cells, home, &done);
+    FillConsoleOutputAttribute(out, info.wAttributes, cells, home, &done);
+    SetConsoleCursorPosition(out, home);
+}

@@ -1,0 +1,338 @@
+// Drives korvane.exe through anonymous pipes made with CreatePipe and a process made with
+// CreateProcess, as a Windows GUI starts an engine. Usage: pipe_driver ENGINE CASE; exits 0 when
+// the case holds and 1 with a message when it doesn't.
+#include <windows.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+const char start_key[] = "463b96181691fc9c";
+
+bool failed = false;
+
+void expect(bool condition, const std::string &what)
+{
+    if (condition) return;
+    std::fprintf(stderr, "FAILED: %s\n", what.c_str());
+    failed = true;
+}
+
+double now_seconds() { return double(GetTickCount64()) / 1000.0; }
+
+struct Engine {
+    HANDLE process = nullptr;
+    HANDLE to_engine = nullptr; // our end of its standard input
+    HANDLE from_engine = nullptr; // our end of its standard output
+    std::string pending; // bytes read and not yet handed out as lines
+    bool output_ended = false;
+};
+
+bool start(Engine *e, const char *path)
+{
+    SECURITY_ATTRIBUTES inherit = { sizeof inherit, nullptr, TRUE };
+    HANDLE child_in = nullptr, child_out = nullptr;
+    if (!CreatePipe(&child_in, &e->to_engine, &inherit, 0)) return false;
+    if (!CreatePipe(&e->from_engine, &child_out, &inherit, 0)) return false;
+    // Our ends stay with us.
+    SetHandleInformation(e->to_engine, HANDLE_FLAG_INHERIT, 0);
+    SetHandleInformation(e->from_engine, HANDLE_FLAG_INHERIT, 0);
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = child_in;
+    startup.hStdOutput = child_out;
+    startup.hStdError = child_out;
+    PROCESS_INFORMATION info = {};
+    std::string command = std::string("\"") + path + "\"";
+    if (!CreateProcessA(
+            nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &info))
+        return false;
+    CloseHandle(info.hThread);
+    CloseHandle(child_in);
+    CloseHandle(child_out);
+    e->process = info.hProcess;
+    return true;
+}
+
+void send(Engine *e, const std::string &text)
+{
+    DWORD written = 0;
+    expect(WriteFile(e->to_engine, text.data(), DWORD(text.size()), &written, nullptr)
+            && written == text.size(),
+        "write to the engine");
+}
+
+void close_input(Engine *e)
+{
+    CloseHandle(e->to_engine);
+    e->to_engine = nullptr;
+}
+
+// Reads what waits on the engine's output, waiting up to `timeout` seconds for something.
+// False when nothing came in time or the output has ended.
+bool read_some(Engine *e, double timeout)
+{
+    const double deadline = now_seconds() + timeout;
+    for (;;) {
+        DWORD waiting = 0;
+        if (!PeekNamedPipe(e->from_engine, nullptr, 0, nullptr, &waiting, nullptr)) {
+            e->output_ended = true;
+            return false;
+        }
+        if (waiting > 0) {
+            std::vector<char> bytes(waiting);
+            DWORD got = 0;
+            if (!ReadFile(e->from_engine, bytes.data(), waiting, &got, nullptr) || got == 0) {
+                e->output_ended = true;
+                return false;
+            }
+            e->pending.append(bytes.data(), got);
+            return true;
+        }
+        // Once the process has ended, all it wrote is in the pipe: an empty pipe is the end.
+        // (Under wine the look doesn't fail on a pipe whose writer has gone.)
+        if (WaitForSingleObject(e->process, 0) == WAIT_OBJECT_0) {
+            e->output_ended = true;
+            return false;
+        }
+        if (now_seconds() > deadline) return false;
+        Sleep(1);
+    }
+}
+
+// Lines, each with its line end, up to and including the first that starts with `prefix`.
+// Empty when it doesn't come within `timeout` seconds.
+std::vector<std::string> read_until(Engine *e, const char *prefix, double timeout)
+{
+    std::vector<std::string> lines;
+    const double deadline = now_seconds() + timeout;
+    for (;;) {
+        std::size_t end;
+        while ((end = e->pending.find('\n')) != std::string::npos) {
+            lines.push_back(e->pending.substr(0, end + 1));
+            e->pending.erase(0, end + 1);
+            if (lines.back().rfind(prefix, 0) == 0) return lines;
+        }
+        const double left = deadline - now_seconds();
+        if (left <= 0 || !read_some(e, left)) break;
+    }
+    std::string got;
+    for (const std::string &line : lines) got += line;
+    expect(false, std::string("no line starting with '") + prefix + "' came; got: " + got);
+    return {};
+}
+
+// Everything up to the end of the engine's output.
+std::string read_all(Engine *e, double timeout)
+{
+    const double deadline = now_seconds() + timeout;
+    while (!e->output_ended && now_seconds() < deadline) read_some(e, deadline - now_seconds());
+    std::string all;
+    all.swap(e->pending);
+    return all;
+}
+
+// The exit status, or -1 when the process is still running after `timeout` seconds.
+int wait_exit(Engine *e, double timeout)
+{
+    if (WaitForSingleObject(e->process, DWORD(timeout * 1000)) != WAIT_OBJECT_0) {
+        TerminateProcess(e->process, 99);
+        return -1;
+    }
+    DWORD status = 0;
+    GetExitCodeProcess(e->process, &status);
+    return int(status);
+}
+
+// An info line with its time figure replaced by T.
+std::string without_time(const std::string &line)
+{
+    const std::size_t at = line.find(" time ");
+    if (at == std::string::npos) return line;
+    const std::size_t end = line.find(' ', at + 6);
+    return line.substr(0, at) + " time T" + line.substr(end);
+}
+
+struct Search {
+    std::vector<std::string> infos;
+    std::string best, elapsed;
+};
+
+Search search(Engine *e, const std::string &go, double timeout)
+{
+    send(e, go + "\n");
+    Search s;
+    s.infos = read_until(e, "bestmove", timeout);
+    if (!s.infos.empty()) {
+        s.best = s.infos.back();
+        s.infos.pop_back();
+        for (std::string &line : s.infos) line = without_time(line);
+    }
+    const std::vector<std::string> elapsed = read_until(e, "elapsed time:", 5);
+    if (!elapsed.empty()) s.elapsed = elapsed.back();
+    return s;
+}
+
+std::string joined(const std::vector<std::string> &lines)
+{
+    std::string all;
+    for (const std::string &line : lines) all += line;
+    return all;
+}
+
+void start_long_search(Engine *e)
+{
+    // No time limit: only stop, quit or twelve iterations end it.
+    send(e, "position startpos\ngo depth 12\n");
+    read_until(e, "info depth 3", 60);
+}
+
+std::string board_key(Engine *e)
+{
+    send(e, "boardkey\n");
+    const std::vector<std::string> lines = read_until(e, "static  key:", 10);
+    return lines.empty() ? std::string() : lines.back();
+}
+
+// The UCI greeting byte for byte; cls into a pipe writes nothing; the end of input ends the
+// process with status 0.
+void case_session(Engine *e)
+{
+    send(e, "uci\nisready\ncls\nisready\n");
+    close_input(e);
+    const std::string out = read_all(e, 30);
+    expect(out
+            == "id name Korvane 1.0 \r\nid author Brennik Dolmar\r\nuciok\r\nreadyok\r\n"
+               "readyok\r\n",
+        "transcript: " + out);
+    expect(wait_exit(e, 10) == 0, "exit status at the end of input");
+}
+
+void case_reference_lines(Engine *e)
+{
+    send(e, "uci\nisready\n");
+    read_until(e, "readyok", 10);
+    send(e, "position startpos\n");
+    Search s = search(e, "go depth 5", 60);
+    expect(joined(s.infos)
+            == "info depth 1 time T nodes 21 score cp 476 pv d2d3 \n"
+               "info depth 2 time T nodes 66 score cp 131 pv d2d4 d7d5 \n"
+               "info depth 3 time T nodes 166 score cp 375 pv e2e4 d7d5 \n"
+               "info depth 4 time T nodes 658 score cp 402 pv e2e3 e7e5\n"
+               "info depth 5 time T nodes 3116 score cp 419 pv e2e4 d7d5\n",
+        "start position: " + joined(s.infos));
+    expect(s.best == "bestmove e2e4\r\n", s.best);
+    expect(s.elapsed.rfind("elapsed time: ", 0) == 0 && s.elapsed.size() > 4
+            && s.elapsed.compare(s.elapsed.size() - 4, 4, " ms\n") == 0,
+        s.elapsed);
+    send(e, "position fen 8/8/8/4k3/8/8/4P3/4K3 w - - 0 1\n");
+    s = search(e, "go depth 6", 60);
+    expect(joined(s.infos)
+            == "info depth 1 time T nodes 8 score cp 128 pv e2e3 \n"
+               "info depth 2 time T nodes 26 score cp 101 pv e2e3 e5d6 \n"
+               "info depth 3 time T nodes 118 score cp 114 pv e2e3 e5d5 e1d1 d5e4\n"
+               "info depth 4 time T nodes 263 score cp 101 pv e2e3 e5d5 e1d1 d5c6 \n"
+               "info depth 5 time T nodes 875 score cp 103 pv e2e3 e5d6 e1d1 d6c7 d1c1\n"
+               "info depth 6 time T nodes 1396 score cp 103 pv e2e3 e5d6 e1d1 d6c7 e3e4 c7b6 \n",
+        "pawn ending: " + joined(s.infos));
+    expect(s.best == "bestmove e2e3\r\n", s.best);
+    send(e, "quit\n");
+    expect(wait_exit(e, 10) == 0, "exit status after quit");
+}
+
+void case_stop_is_prompt(Engine *e)
+{
+    start_long_search(e);
+    Sleep(200);
+    const double sent = now_seconds();
+    send(e, "stop\n");
+    const std::vector<std::string> lines = read_until(e, "bestmove", 10);
+    const double took = now_seconds() - sent;
+    // The tick count's grain (about 16 ms) bounds how late the poll looks; wine adds its own.
+    expect(took < 0.5, "stop took " + std::to_string(took) + " s");
+    for (std::size_t i = 0; i + 1 < lines.size(); i++)
+        expect(lines[i].rfind("info depth", 0) == 0, "before bestmove: " + lines[i]);
+    read_until(e, "elapsed time:", 5);
+    send(e, "quit\n");
+    expect(wait_exit(e, 10) == 0, "exit status after quit");
+}
+
+void case_quit_during_search(Engine *e)
+{
+    start_long_search(e);
+    const double sent = now_seconds();
+    send(e, "quit\n");
+    read_until(e, "bestmove", 10);
+    read_until(e, "elapsed time:", 5);
+    expect(wait_exit(e, 10) == 0, "exit status after quit");
+    expect(now_seconds() - sent < 2.0, "quit was slow");
+}
+
+void case_lines_wait_for_bestmove(Engine *e)
+{
+    start_long_search(e);
+    // The lines run after the search; the stop in the same write ends it.
+    send(e, "isready\nposition startpos moves e2e4\nstop\n");
+    const std::vector<std::string> lines = read_until(e, "readyok", 10);
+    expect(lines.size() >= 3 && lines[lines.size() - 2].rfind("elapsed time:", 0) == 0
+            && lines[lines.size() - 3].rfind("bestmove ", 0) == 0,
+        "readyok before the bestmove: " + joined(lines));
+    const std::string key = board_key(e);
+    expect(key.find(start_key) == std::string::npos, "position didn't run: " + key);
+    send(e, "quit\n");
+    expect(wait_exit(e, 10) == 0, "exit status after quit");
+}
+
+void case_stop_drops_rest_of_chunk(Engine *e)
+{
+    start_long_search(e);
+    send(e, "stop\nposition startpos moves e2e4\n");
+    read_until(e, "elapsed time:", 10);
+    const std::string key = board_key(e);
+    expect(key.find(start_key) != std::string::npos, "the line behind stop ran: " + key);
+    send(e, "quit\n");
+    expect(wait_exit(e, 10) == 0, "exit status after quit");
+}
+
+struct Case {
+    const char *name;
+    void (*run)(Engine *);
+};
+
+const Case cases[] = {
+    { "session", case_session },
+    { "reference_lines", case_reference_lines },
+    { "stop_is_prompt", case_stop_is_prompt },
+    { "quit_during_search", case_quit_during_search },
+    { "lines_wait_for_bestmove", case_lines_wait_for_bestmove },
+    { "stop_drops_rest_of_chunk", case_stop_drops_rest_of_chunk },
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: pipe_driver ENGINE CASE\n");
+        return 2;
+    }
+    for (const Case &c : cases) {
+        if (std::strcmp(c.name, argv[2]) != 0) continue;
+        Engine e;
+        if (!start(&e, argv[1])) {
+            std::fprintf(stderr, "can't start %s (error %lu)\n", argv[1], GetLastError());
+            return 1;
+        }
+        c.run(&e);
+        if (wait_exit(&e, 0) == -1) expect(false, "the engine was still running");
+        if (failed) return 1;
+        std::printf("ok %s\n", c.name);
+        return 0;
+    }
+    std::fprintf(stderr, "no case %s\n", argv[2]);
+    return 2;
+}
