@@ -2,12 +2,11 @@
 // table, and the weighted sum of each colour.
 #include "eval/evaluate.h"
 
-#include <iterator>
 #include <utility>
 
 #include "eval/activity.h"
+#include "eval/attack_maps.h"
 #include "eval/development.h"
-#include "eval/fast_attacked.h"
 #include "eval/king_safety.h"
 #include "eval/patterns.h"
 #include "eval/report.h"
@@ -58,38 +57,10 @@ inline eval_input derive_input(const Board &b)
     in.material[white] = material_of(in, white);
     in.material[black] = material_of(in, black);
     in.phase = phase_of(in.material[white] + in.material[black]);
-    in.attacked[white] = attacked_squares_white(in);
-    in.attacked[black] = attacked_squares_black(in);
+    in.attacked[white] = attacked_squares<white>(in);
+    in.attacked[black] = attacked_squares<black>(in);
     return in;
 }
-
-// A family of terms filled by one function; it runs when its first term is active, and the
-// other terms it fills share that term's row of the phase table.
-using term_function = void (*)(const eval_input &, term_values &);
-struct term_family {
-    term first;
-    term_function fill;
-};
-
-constexpr term_family families[] = {
-    { rook_mobility, mobility_terms }, // all Mobility and Attack counts, free_squares
-    { king_pawn_tables, table_terms }, // also piece_tables, where the phase allows
-    { king_safety_penalty, king_safety_terms },
-    { center_score, center_terms },
-    { coord_score, coord_terms },
-    { rook_file_score, rook_file_terms },
-    { pawn_structure_penalty, pawn_structure_terms },
-    { bishop_block_penalty, bishop_block_terms },
-    { bishop_king_pawn_block_penalty, bishop_king_pawn_block_terms },
-    { king_side_bishop_trap_penalty, king_side_bishop_trap_terms },
-    { bishop_pair_bonus, bishop_pair_terms },
-    { king_development_score, king_development_terms }, // also castled_shield_penalty
-    { central_pawn_opening_score, central_pawn_opening_terms },
-    { no_central_pawn_penalty, no_central_pawn_terms },
-    { early_queen_penalty, early_queen_terms },
-    { knight_edge_penalty, knight_edge_terms },
-    { rook_corner_trap_penalty, rook_corner_trap_terms },
-};
 
 // Whether the terms from `first` to `last` all count in the same phases as `first`.
 constexpr bool same_phases(term first, term last)
@@ -99,6 +70,8 @@ constexpr bool same_phases(term first, term last)
             if (term_active[t][p] != term_active[first][p]) return false;
     return true;
 }
+// A function that fills several terms runs when the first of them counts, so they must share
+// its row of the phase table.
 static_assert(same_phases(rook_mobility, queen_attack) && term_active[free_squares][ending]
     && term_active[free_squares][middlegame] && term_active[free_squares][opening]);
 static_assert(same_phases(king_development_score, castled_shield_penalty));
@@ -106,17 +79,35 @@ static_assert(same_phases(king_development_score, castled_shield_penalty));
 // piece tables itself.
 static_assert(term_active[king_pawn_tables][opening] && term_active[king_pawn_tables][ending]);
 
-// Runs the families whose terms count in `phase`; the phase table is read while compiling, so
-// each phase gets its own straight list of calls.
-template <int phase, std::size_t... family>
-void fill_terms(const eval_input &in, term_values &out, std::index_sequence<family...>)
+// The terms of one colour that count in `phase`; the phase table is read while compiling, so
+// each phase and colour gets its own straight run of inlined terms.
+template <int phase, int us> void fill_colour(const eval_input &in, term_values &out)
 {
-    ((term_active[families[family].first][phase] ? families[family].fill(in, out) : void()), ...);
+    constexpr auto on = [](term t) { return term_active[t][phase]; };
+    if constexpr (on(rook_mobility)) mobility_terms<us>(in, out); // also free_squares
+    table_terms<us>(in, out); // king and pawn tables, and the piece tables where they count
+    if constexpr (on(king_safety_penalty)) king_safety_terms<us>(in, out);
+    if constexpr (on(center_score)) center_terms<us>(in, out);
+    if constexpr (on(coord_score)) coord_terms<us>(in, out);
+    if constexpr (on(rook_file_score)) rook_file_terms<us>(in, out);
+    if constexpr (on(pawn_structure_penalty)) pawn_structure_terms<us>(in, out);
+    if constexpr (on(bishop_block_penalty)) bishop_block_terms<us>(in, out);
+    if constexpr (on(bishop_king_pawn_block_penalty)) bishop_king_pawn_block_terms<us>(in, out);
+    if constexpr (on(king_side_bishop_trap_penalty)) king_side_bishop_trap_terms<us>(in, out);
+    if constexpr (on(bishop_pair_bonus)) bishop_pair_terms<us>(in, out);
+    if constexpr (on(king_development_score)) king_development_terms<us>(in, out); // and shield
+    if constexpr (on(central_pawn_opening_score)) central_pawn_opening_terms<us>(in, out);
+    if constexpr (on(no_central_pawn_penalty)) no_central_pawn_terms<us>(in, out);
+    if constexpr (on(early_queen_penalty)) early_queen_terms<us>(in, out);
+    if constexpr (on(knight_edge_penalty)) knight_edge_terms<us>(in, out);
+    if constexpr (on(rook_corner_trap_penalty)) rook_corner_trap_terms<us>(in, out);
 }
 
+// Both colours: every term function is written once, for the colour as a template argument.
 template <int phase> void fill_terms(const eval_input &in, term_values &out)
 {
-    fill_terms<phase>(in, out, std::make_index_sequence<std::size(families)>());
+    fill_colour<phase, white>(in, out);
+    fill_colour<phase, black>(in, out);
 }
 
 // Every term of both colours, before the weights, and the phase.
