@@ -151,7 +151,7 @@ struct eval_input {
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
     int rook_count[2], knight_count[2], bishop_count[2], queen_count[2]; // squares in each set
     piece_reach reach[2]; // entries past each kind's count are left unset
-    Bitboard attacked[2]; // every square the colour attacks, as fast_attacked_by_* answers
+    Bitboard attacked[2]; // every square the colour attacks, as attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
     std::int32_t material[2];
     int phase;
