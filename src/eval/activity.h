@@ -7,55 +7,11 @@
 
 namespace eval {
 
-// Running figures over the attack sets of one piece kind, walked in a fixed order. Mobility
-// counts the own pieces in the sets (defended pieces, in effect), Attack the enemy pieces.
-// The free figure takes each set's size less the running counts of all sets of the kind so
-// far, so earlier blockers are charged again at every later set: it depends on the order of
-// the sets and is negative in crowded positions.
-struct set_counts {
-    std::int32_t own = 0, enemy = 0, free = 0;
-
-    void add(Bitboard set, Bitboard own_pieces, Bitboard enemy_pieces)
-    {
-        own += square_count(set & own_pieces);
-        enemy += square_count(set & enemy_pieces);
-        free += square_count(set) - own - enemy;
-    }
-};
-
-// Rooks by ascending square, each rank set before its file set; bishops likewise with the
-// a1-h8 diagonal before the a8-h1 one; knights one set each. Queens count own and enemy
-// pieces over all four lines but have no free figure.
+// Mobility and Attack of every piece kind, and the free figure: counted with the attack map.
 template <int us> void mobility_terms(const eval_input &in, term_values &out)
 {
-    constexpr int them = 1 - us;
-    const Bitboard own = in.pieces[us], enemy = in.pieces[them];
-    const piece_reach &reach = in.reach[us];
-    set_counts rooks, bishops, knights, queens;
-    const int rook_count = in.rook_count[us];
-    for (int n = 0; n < rook_count; n++) {
-        rooks.add(reach.rook_rank[n], own, enemy);
-        rooks.add(reach.rook_file[n], own, enemy);
-    }
-    const int bishop_count = in.bishop_count[us];
-    for (int n = 0; n < bishop_count; n++) {
-        bishops.add(reach.bishop_diagonal[n], own, enemy);
-        bishops.add(reach.bishop_antidiagonal[n], own, enemy);
-    }
-    const int knight_count = in.knight_count[us];
-    for (int n = 0; n < knight_count; n++) knights.add(reach.knight[n], own, enemy);
-    const int queen_count = in.queen_count[us];
-    for (int n = 0; n < queen_count; n++) queens.add(reach.queen[n], own, enemy);
-    std::int32_t *value = out.value[us];
-    value[rook_mobility] = rooks.own;
-    value[rook_attack] = rooks.enemy;
-    value[bishop_mobility] = bishops.own;
-    value[bishop_attack] = bishops.enemy;
-    value[knight_mobility] = knights.own;
-    value[knight_attack] = knights.enemy;
-    value[queen_mobility] = queens.own;
-    value[queen_attack] = queens.enemy;
-    value[free_squares] = rooks.free + bishops.free + knights.free;
+    for (int t = rook_mobility; t <= queen_attack; t++) out.value[us][t] = in.activity[us].count[t];
+    out.value[us][free_squares] = in.activity[us].free;
 }
 
 // A rook on a file without own pawns: 12 when the file is open, 7 when only enemy pawns
@@ -99,7 +55,7 @@ template <int us> void coord_terms(const eval_input &in, term_values &out)
     int n = 0; // the lowest rooks, so the n-th of them is the n-th of the reach lists
     for (Bitboard set = rooks; set; set &= set - 1, n++) {
         const int square = first_square(set);
-        const Bitboard reach = in.reach[us].rook_rank[n] | in.reach[us].rook_file[n];
+        const Bitboard reach = in.activity[us].rook_reach[n];
         // Each pair of rooks once: only partners on higher squares.
         const Bitboard higher = ~Bitboard(0) << square << 1;
         score += rook_pair_bonus * square_count(reach & rooks & higher);

@@ -1,5 +1,6 @@
-// The evaluation: one signed score for a position, worked out from the twelve piece sets at
-// every call, with no state kept between calls.
+// The evaluation: one signed score for a position, worked out from the twelve piece sets. A cache
+// of recent scores, each kept with its whole input, answers a board seen before; it changes no
+// result.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +15,8 @@
 // as it goes, reading nothing outside a table: a colour without a king has no king safety or
 // placement terms, one with several kings has them for its lowest king (every king still reads
 // the table), and a square in two sets counts in both.
-std::int32_t evaluate(Board board, int side, int report);
+// The board is read in place, never changed.
+std::int32_t evaluate(const Board &board, int side, int report);
 
 namespace eval {
 
@@ -27,5 +29,9 @@ struct breakdown {
 };
 
 breakdown evaluate_terms(const Board &board);
+
+// The slot of the evaluation's cache that `b` reads, -1 for a board the cache leaves out, for the
+// tests: two boards of one slot must each still get their own score.
+int cache_slot_of(const Board &b);
 
 } // namespace eval

@@ -132,15 +132,14 @@ constexpr bool term_active[term_count][3] = {
     { true, true, true }, // free_squares
 };
 
-// The attack sets of one colour's pieces, each looked up once per call and read by the attack
-// map, the mobility counts and the connection score. Rooks, bishops, knights and queens are each
-// listed by ascending square; a rook has its rank and its file set, a bishop its a1-h8 and its
-// a8-h1 diagonal, a queen one set for all four lines. A garbled board fills up to 64 of a kind.
-struct piece_reach {
-    Bitboard rook_rank[64], rook_file[64];
-    Bitboard bishop_diagonal[64], bishop_antidiagonal[64];
-    Bitboard knight[64];
-    Bitboard queen[64];
+// What one colour's rooks, bishops, knights and queens see, counted while the attack map is
+// built from the same look-ups: the Mobility and Attack counts in term order (rook_mobility to
+// queen_attack), the free figure, and each rook's reach (rank and file set together), rooks by
+// ascending square, for the connection score. A garbled board fills up to 64 rooks.
+struct piece_activity {
+    std::int32_t count[queen_attack + 1];
+    std::int32_t free;
+    Bitboard rook_reach[64]; // entries past the rook count are left unset
 };
 
 // The facts that every term reads, derived once per call from the twelve sets. Indexed by colour.
@@ -150,7 +149,7 @@ struct eval_input {
     Bitboard all; // every piece of both colours: the blockers of every attack set
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
     int rook_count[2], knight_count[2], bishop_count[2], queen_count[2]; // squares in each set
-    piece_reach reach[2]; // entries past each kind's count are left unset
+    piece_activity activity[2];
     Bitboard attacked[2]; // every square the colour attacks, as attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
     std::int32_t material[2];
