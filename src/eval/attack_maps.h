@@ -44,8 +44,7 @@ template <int us> Bitboard attacked_squares(eval_input &in)
 {
     piece_activity &activity = in.activity[us];
     const Bitboard all = in.all, own = in.pieces[us], enemy = in.pieces[1 - us];
-    Bitboard attacked
-        = king_neighbours(in.king_square[us]) | pawn_attacks<us == white>(in.pawns[us]);
+    Bitboard attacked = in.pawn_king.attacked[us]; // by the pawns and the king
     set_counts rooks {}, bishops {}, knights {}, queens {};
     for (Bitboard set = in.knights[us]; set; set &= set - 1) {
         const Bitboard reach = knight_attacks[first_square(set)];

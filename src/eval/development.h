@@ -14,35 +14,42 @@ constexpr std::int32_t castled_bonus[3] = { 14, 8, 0 }; // by phase
 constexpr std::int32_t uncastled_penalty[3] = { 18, 24, 0 };
 constexpr std::int32_t missing_shield_pawn = 10;
 
+template <int us> std::int32_t shield_penalty(int king, Bitboard pawns)
+{
+    Bitboard shield = 0;
+    if (king == relative_square<us>(g1))
+        shield = relative_bit<us>(f2) | relative_bit<us>(g2) | relative_bit<us>(h2);
+    else if (king == relative_square<us>(c1))
+        shield = relative_bit<us>(a2) | relative_bit<us>(b2) | relative_bit<us>(c2);
+    return missing_shield_pawn * square_count(shield & ~pawns);
+}
+
 template <int us> void king_development_terms(const eval_input &in, term_values &out)
 {
     const int king = in.king_square[us];
-    std::int32_t score = 0, shield_penalty = 0;
-    Bitboard shield = 0;
-    if (king == relative_square<us>(g1)) {
+    std::int32_t score = 0;
+    if (king == relative_square<us>(g1) || king == relative_square<us>(c1))
         score = castled_bonus[in.phase];
-        shield = relative_bit<us>(f2) | relative_bit<us>(g2) | relative_bit<us>(h2);
-    } else if (king == relative_square<us>(c1)) {
-        score = castled_bonus[in.phase];
-        shield = relative_bit<us>(a2) | relative_bit<us>(b2) | relative_bit<us>(c2);
-    } else if (king == relative_square<us>(e1) && in.castling[us]) {
+    else if (king == relative_square<us>(e1) && in.castling[us])
         score = -uncastled_penalty[in.phase];
-    }
-    if (shield) shield_penalty = missing_shield_pawn * square_count(shield & ~in.pawns[us]);
     out.value[us][king_development_score] = score;
-    out.value[us][castled_shield_penalty] = shield_penalty;
+    out.value[us][castled_shield_penalty] = in.pawn_king.shield[us];
 }
 
 // Pawns that have taken the centre: 5 on d3 or e3, 12 on d4 or e4.
-template <int us> void central_pawn_opening_terms(const eval_input &in, term_values &out)
+template <int us> std::int32_t central_pawn_score(Bitboard pawns)
 {
-    const Bitboard pawns = in.pawns[us];
     std::int32_t score = 0;
     if (pawns & relative_bit<us>(d3)) score += 5;
     if (pawns & relative_bit<us>(e3)) score += 5;
     if (pawns & relative_bit<us>(d4)) score += 12;
     if (pawns & relative_bit<us>(e4)) score += 12;
-    out.value[us][central_pawn_opening_score] = score;
+    return score;
+}
+
+template <int us> void central_pawn_opening_terms(const eval_input &in, term_values &out)
+{
+    out.value[us][central_pawn_opening_score] = in.pawn_king.central_pawns[us];
 }
 
 // Knights on b1 and g1, and with them bishops on c1 and f1: the minor pieces not yet out.

@@ -33,13 +33,19 @@ constexpr std::array<Bitboard, 65> pawn_cover[2]
 // phase: danger matters most with the queens and rooks still on.
 constexpr std::int32_t king_safety_factor[3] = { 6, 4, 1 };
 
+// Own pawns on the cover squares of the colour's king.
+template <int us> std::int32_t cover_pawns(int king_square, Bitboard pawns)
+{
+    return square_count(pawn_cover[us][king_square] & pawns);
+}
+
 template <int us> void king_safety_terms(const eval_input &in, term_values &out)
 {
     constexpr int them = 1 - us;
     const int square = in.king_square[us];
     const Bitboard ring = square < 64 ? king_neighbours(square) | square_bit(square) : 0;
     std::int32_t raw = 2 * square_count(ring & in.attacked[them]);
-    raw -= square_count(pawn_cover[us][square] & in.pawns[us]);
+    raw -= in.pawn_king.cover[us];
     if (square < 64 && (in.attacked[them] & square_bit(square))) raw += 4;
     if (raw < 0) raw = 0;
     out.value[us][king_safety_penalty] = raw * king_safety_factor[in.phase];

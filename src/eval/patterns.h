@@ -20,11 +20,16 @@ constexpr Bitboard with_one_above(Bitboard set)
 // Doubled pawns, by count on a file alone: 10 for each pawn beyond the first, 6 more for
 // each beyond the second (0, 10, 26, 42, ... for 1, 2, 3, 4, ... pawns). On one file, the
 // pawns with at least one own pawn above number n - 1, those with two above n - 2.
+constexpr std::int32_t doubled_pawn_penalty(Bitboard pawns)
+{
+    const Bitboard stacked = with_one_above(pawns);
+    const Bitboard tripled = with_one_above(stacked);
+    return 10 * square_count(stacked) + 6 * square_count(tripled);
+}
+
 template <int us> void pawn_structure_terms(const eval_input &in, term_values &out)
 {
-    const Bitboard stacked = with_one_above(in.pawns[us]);
-    const Bitboard tripled = with_one_above(stacked);
-    out.value[us][pawn_structure_penalty] = 10 * square_count(stacked) + 6 * square_count(tripled);
+    out.value[us][pawn_structure_penalty] = in.pawn_king.pawn_structure[us];
 }
 
 // Two bishops or more, whatever the colours of their squares.

@@ -203,14 +203,19 @@ template <int us> std::int32_t piece_table_sum(const eval_input &in)
         + square_count(plane[0]) + 2 * square_count(plane[1]) + 4 * square_count(plane[2]);
 }
 
+// The king and pawn table values of a colour, with the ending's tables or the others.
+template <int us> std::int32_t king_pawn_table_sum(bool end, Bitboard king_set, Bitboard pawns)
+{
+    return table_sum<us>(end ? king_table_ending : king_table, king, king_set)
+        + planes_sum(end ? pawn_planes_ending.of[us] : pawn_planes.of[us], pawns);
+}
+
 template <int us> void table_terms(const eval_input &in, term_values &out)
 {
     std::int32_t *value = out.value[us];
     if (term_active[piece_tables][in.phase]) value[piece_tables] = piece_table_sum<us>(in);
     const bool end = in.phase == ending;
-    value[king_pawn_tables]
-        = table_sum<us>(end ? king_table_ending : king_table, king, in.kings[us])
-        + planes_sum(end ? pawn_planes_ending.of[us] : pawn_planes.of[us], in.pawns[us]);
+    value[king_pawn_tables] = in.pawn_king.king_pawn_tables[us][end];
 }
 
 } // namespace eval

@@ -142,6 +142,17 @@ struct piece_activity {
     Bitboard rook_reach[64]; // entries past the rook count are left unset
 };
 
+// The figures that depend on the pawns and the kings of both colours and on nothing else, worked
+// out once for each such structure and cached (evaluate.cpp). Indexed by colour.
+struct pawn_king_facts {
+    Bitboard attacked[2]; // squares the colour's pawns and its (lowest) king attack
+    std::int32_t pawn_structure[2]; // Pawn Structure Penalty
+    std::int32_t king_pawn_tables[2][2]; // king and pawn table values, [colour][ending or not]
+    std::int32_t cover[2]; // own pawns on the king's pawn cover squares
+    std::int32_t shield[2]; // Castled Shield Penalty, for the opening and the middlegame
+    std::int32_t central_pawns[2]; // Central Pawn Opening Score
+};
+
 // The facts that every term reads, derived once per call from the twelve sets. Indexed by colour.
 struct eval_input {
     Bitboard rooks[2], knights[2], bishops[2], queens[2], kings[2], pawns[2];
@@ -149,6 +160,7 @@ struct eval_input {
     Bitboard all; // every piece of both colours: the blockers of every attack set
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
     int rook_count[2], knight_count[2], bishop_count[2], queen_count[2]; // squares in each set
+    pawn_king_facts pawn_king;
     piece_activity activity[2];
     Bitboard attacked[2]; // every square the colour attacks, as attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
