@@ -2,6 +2,8 @@
 // terms read these maps instead of testing squares one by one.
 #pragma once
 
+#include <array>
+
 #include "eval/terms.h"
 #include "movegen/attacks.h"
 #include "position/board.h"
@@ -14,6 +16,22 @@ inline Bitboard king_neighbours(int king_square)
 {
     return king_square < 64 ? king_attacks[king_square] : 0;
 }
+
+// The a1-h8 diagonal through each square. A bishop's reach is the union of its look-ups along
+// this diagonal and along the other one, which meet only on the bishop's own square, never in
+// the reach; a rook's likewise of its rank and its file. So one look-up split by the line gives
+// each line's set.
+constexpr std::array<Bitboard, 64> make_diagonal_lines()
+{
+    std::array<Bitboard, 64> lines {};
+    for (int square = 0; square < 64; square++)
+        for (int other = 0; other < 64; other++)
+            if (square_rank(other) - square_file(other)
+                == square_rank(square) - square_file(square))
+                lines[square] |= square_bit(other);
+    return lines;
+}
+inline constexpr std::array<Bitboard, 64> diagonal_line = make_diagonal_lines();
 
 // Running figures over the attack sets of one piece kind, walked in a fixed order. Mobility
 // counts the own pieces in the sets (defended pieces, in effect), Attack the enemy pieces.
@@ -53,17 +71,18 @@ template <int us> Bitboard attacked_squares(eval_input &in)
     }
     for (Bitboard set = in.bishops[us]; set; set &= set - 1) {
         const int square = first_square(set);
-        const Bitboard diagonal = diagonal_lookup(square, all);
-        const Bitboard antidiagonal = antidiagonal_lookup(square, all);
-        attacked |= diagonal | antidiagonal;
+        const Bitboard reach = bishop_attacks(square, all);
+        const Bitboard diagonal = reach & diagonal_line[square], antidiagonal = reach ^ diagonal;
+        attacked |= reach;
         bishops.add(diagonal, own, enemy);
         bishops.add(antidiagonal, own, enemy);
     }
     int n = 0;
     for (Bitboard set = in.rooks[us]; set; set &= set - 1, n++) {
         const int square = first_square(set);
-        const Bitboard rank = rank_lookup(square, all), file = file_lookup(square, all);
-        attacked |= activity.rook_reach[n] = rank | file;
+        const Bitboard reach = rook_attacks(square, all);
+        const Bitboard rank = reach & (Bitboard(0xFF) << (square & 56)), file = reach ^ rank;
+        attacked |= activity.rook_reach[n] = reach;
         rooks.add(rank, own, enemy);
         rooks.add(file, own, enemy);
     }
