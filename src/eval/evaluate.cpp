@@ -201,89 +201,9 @@ std::int32_t white_view(const Board &board)
     return white_view<ending>(in);
 }
 
-// The evaluation cache: the last score worked out in each slot, with the whole input it was
-// worked out from. The score depends on the twelve sets and, of the castling flags, only on
-// whether each colour keeps one; a slot answers only when all of that is equal, so a hit returns
-// exactly what the evaluation would, whatever the slot held before. Nothing is ever cleared,
-// because nothing needs to be: no search can see what an earlier one left here. Static, one
-// thread: 2^17 buckets of two slots of 40 bytes, 10 MiB.
-//
-// The twelve sets are kept as four bit planes: set i (in Board order) has the code i + 1, and
-// plane k holds the squares whose code has bit k. When no square is in two sets the planes give
-// back every set, so equal planes mean an equal board; a garbled board with a square in two sets
-// is not cached at all.
-constexpr int plane_count = 4;
-struct cache_key {
-    Bitboard plane[plane_count];
-    std::uint32_t tag; // 0 for a slot never written, which no input matches
-};
-struct cache_slot {
-    cache_key key;
-    std::int32_t score; // from white's side
-};
-constexpr int cache_bits = 18;
-cache_slot cache[1 << cache_bits];
-
-// The key of a board; false for a board with a square in two sets. Codes: white rook 1, knight
-// 2, bishop 3, queen 4, king 5, pawn 6; black rook 7, knight 8, bishop 9, queen 10, king 11,
-// pawn 12.
-inline bool key_of(const Board &b, cache_key &k)
-{
-    k.plane[0] = b.white_rooks | b.white_bishops | b.white_king | b.black_rooks | b.black_bishops
-        | b.black_king;
-    k.plane[1] = b.white_knights | b.white_bishops | b.white_pawns | b.black_rooks | b.black_queens
-        | b.black_king;
-    k.plane[2] = b.white_queens | b.white_king | b.white_pawns | b.black_rooks | b.black_pawns;
-    k.plane[3] = b.black_knights | b.black_bishops | b.black_queens | b.black_king | b.black_pawns;
-    k.tag = 4u | (b.white_oo || b.white_ooo ? 1u : 0u) | (b.black_oo || b.black_ooo ? 2u : 0u);
-    // Disjoint sets exactly when their sizes add up to the size of their union.
-    const int sizes = square_count(b.white_rooks) + square_count(b.white_knights)
-        + square_count(b.white_bishops) + square_count(b.white_queens) + square_count(b.white_king)
-        + square_count(b.white_pawns) + square_count(b.black_rooks) + square_count(b.black_knights)
-        + square_count(b.black_bishops) + square_count(b.black_queens) + square_count(b.black_king)
-        + square_count(b.black_pawns);
-    return sizes == square_count(k.plane[0] | k.plane[1] | k.plane[2] | k.plane[3]);
-}
-
-// Any mixing does, since a hit is verified in full.
-inline std::uint32_t slot_of(const cache_key &k)
-{
-    std::uint64_t h = k.tag + k.plane[0] * 0x9E3779B97F4A7C15 + k.plane[1] * 0xC2B2AE3D27D4EB4F
-        + k.plane[2] * 0x165667B19E3779F9 + k.plane[3] * 0xD6E8FEB86659FD93;
-    h ^= h >> 29;
-    return std::uint32_t((h * 0xBF58476D1CE4E5B9) >> (64 - cache_bits + 1));
-}
-
-inline bool same_key(const cache_key &a, const cache_key &b)
-{
-    return a.tag == b.tag && a.plane[0] == b.plane[0] && a.plane[1] == b.plane[1]
-        && a.plane[2] == b.plane[2] && a.plane[3] == b.plane[3];
-}
-
-// The score from white's side, from the cache when it holds this very input. Each bucket holds
-// the last two boards that came to it, the newer first.
-std::int32_t cached_white_view(const Board &board)
-{
-    cache_key k;
-    if (!key_of(board, k)) return white_view(board);
-    cache_slot *bucket = &cache[2 * slot_of(k)];
-    if (same_key(bucket[0].key, k)) return bucket[0].score;
-    if (same_key(bucket[1].key, k)) return bucket[1].score;
-    bucket[1] = bucket[0];
-    bucket[0].key = k;
-    bucket[0].score = white_view(board);
-    return bucket[0].score;
-}
-
 } // namespace
 
 eval_input derive(const Board &b) { return derive_input(b); }
-
-int cache_slot_of(const Board &b)
-{
-    cache_key k;
-    return key_of(b, k) ? int(slot_of(k)) : -1;
-}
 
 breakdown evaluate_terms(const Board &board)
 {
@@ -316,6 +236,6 @@ std::int32_t evaluate(const Board &board, int side, int report)
 {
     // The silent path weighs the differences of the two colours' terms once, which gives the
     // same sum as the report's two totals.
-    const std::int32_t score = report ? reported_white_view(board) : eval::cached_white_view(board);
+    const std::int32_t score = report ? reported_white_view(board) : eval::white_view(board);
     return side ? score : -score;
 }

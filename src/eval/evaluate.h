@@ -1,5 +1,5 @@
-// The evaluation: one signed score for a position, worked out from the twelve piece sets. A cache
-// of recent scores, each kept with its whole input, answers a board seen before; it changes no
+// The evaluation: one signed score for a position, worked out from the twelve piece sets at every
+// call; only the figures of the pawn-and-king structure come from a cache, which changes no
 // result.
 #pragma once
 
@@ -29,9 +29,5 @@ struct breakdown {
 };
 
 breakdown evaluate_terms(const Board &board);
-
-// The slot of the evaluation's cache that `b` reads, -1 for a board the cache leaves out, for the
-// tests: two boards of one slot must each still get their own score.
-int cache_slot_of(const Board &b);
 
 } // namespace eval

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <random>
 #include <string>
-#include <unordered_map>
 
 #include "eval/evaluate.h"
 #include "movegen/attacked.h"
@@ -100,36 +99,6 @@ TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)
             ASSERT_EQ(int(black_map >> s & 1), attacked_by_black(b, s)) << i << " " << s;
         }
     }
-}
-
-// The cache keeps one board per slot and must answer a board only when it holds that very board:
-// boards that share a slot are evaluated in turn, each twice, each against the literal score.
-TEST(Compare, CacheAnswersOnlyTheBoardItHolds)
-{
-    std::mt19937_64 rng(12);
-    std::unordered_map<int, Board> seen; // the last board of each slot
-    int pairs = 0;
-    for (int i = 0; i < 200000 && pairs < 50; i++) {
-        const Board b = random_position(rng, 20);
-        const int slot = cache_slot_of(b);
-        ASSERT_GE(slot, 0);
-        if (const auto it = seen.find(slot); it != seen.end()) {
-            const Board a = it->second;
-            Board same_sets = a; // the same sets with other castling rights: another input
-            same_sets.white_oo = !a.white_oo;
-            same_sets.white_ooo = 0;
-            const Board *order[] = { &a, &b, &a, &same_sets, &b, &same_sets };
-            for (const Board *x : order) ASSERT_EQ(evaluate(*x, 1, 0), reference_score(*x, 1)) << i;
-            pairs++;
-        }
-        seen[slot] = b;
-    }
-    EXPECT_EQ(pairs, 50);
-    // A board with a square in two sets is not cached.
-    Board overlap = parse_fen("4k3/8/8/8/8/8/8/4K3 w - - 0 1");
-    overlap.white_queens = overlap.black_king;
-    EXPECT_EQ(cache_slot_of(overlap), -1);
-    EXPECT_EQ(evaluate(overlap, 1, 0), reference_score(overlap, 1));
 }
 
 TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)
