@@ -3,16 +3,65 @@
 #pragma once
 
 #include "eval/terms.h"
+#include "position/board.h"
 
 namespace eval {
 
-// Mobility and Attack of every piece kind, and free_squares, for both colours.
-void mobility_terms(const eval_input &in, term_values &out);
+// Mobility and Attack of every piece kind, and the free figure: counted with the attack map.
+template <int us> void mobility_terms(const eval_input &in, term_values &out)
+{
+    for (int t = rook_mobility; t <= queen_attack; t++) out.value[us][t] = in.activity[us].count[t];
+    out.value[us][free_squares] = in.activity[us].free;
+}
 
-// Rook File Score of both colours: rooks on files without own pawns.
-void rook_file_terms(const eval_input &in, term_values &out);
+// A rook on a file without own pawns: 12 when the file is open, 7 when only enemy pawns
+// stand on it. Its rank plays no part.
+constexpr std::int32_t open_file_bonus = 12, half_open_file_bonus = 7;
 
-// Coord Score of both colours: rooks connected with rooks and with queens.
-void coord_terms(const eval_input &in, term_values &out);
+template <int us> void rook_file_terms(const eval_input &in, term_values &out)
+{
+    constexpr int them = 1 - us;
+    std::int32_t score = 0;
+    for (Bitboard set = in.rooks[us]; set; set &= set - 1) {
+        const Bitboard file = file_a << square_file(first_square(set));
+        if (in.pawns[us] & file) continue;
+        score += in.pawns[them] & file ? half_open_file_bonus : open_file_bonus;
+    }
+    out.value[us][rook_file_score] = score;
+}
+
+// Two pieces are connected when they share a rank or a file with nothing between them,
+// which is when one stands in the other's rook look-up. Pairs of rooks and rook-queen pairs
+// count; queen pairs and diagonals don't. Only a colour's ten lowest rooks and ten lowest
+// queens take part, which cuts nothing in a real game. A rook and a queen on one square, which
+// only a garbled board has, are not connected.
+constexpr std::int32_t rook_pair_bonus = 16, rook_queen_bonus = 10;
+constexpr int coord_list_size = 10;
+
+// The lowest `count` squares of a set.
+constexpr Bitboard lowest_squares(Bitboard set, int count)
+{
+    Bitboard kept = 0;
+    for (int i = 0; i < count && set; i++, set &= set - 1) kept |= set & (0 - set);
+    return kept;
+}
+
+template <int us> void coord_terms(const eval_input &in, term_values &out)
+{
+    Bitboard rooks = in.rooks[us], queens = in.queens[us];
+    if (square_count(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
+    if (square_count(queens) > coord_list_size) queens = lowest_squares(queens, coord_list_size);
+    std::int32_t score = 0;
+    int n = 0; // the lowest rooks, so the n-th of them is the n-th of the reach lists
+    for (Bitboard set = rooks; set; set &= set - 1, n++) {
+        const int square = first_square(set);
+        const Bitboard reach = in.activity[us].rook_reach[n];
+        // Each pair of rooks once: only partners on higher squares.
+        const Bitboard higher = ~Bitboard(0) << square << 1;
+        score += rook_pair_bonus * square_count(reach & rooks & higher);
+        score += rook_queen_bonus * square_count(reach & queens);
+    }
+    out.value[us][coord_score] = score;
+}
 
 } // namespace eval

@@ -2,12 +2,11 @@
 // table, and the weighted sum of each colour.
 #include "eval/evaluate.h"
 
-#include <iterator>
 #include <utility>
 
 #include "eval/activity.h"
+#include "eval/attack_maps.h"
 #include "eval/development.h"
-#include "eval/fast_attacked.h"
 #include "eval/king_safety.h"
 #include "eval/patterns.h"
 #include "eval/report.h"
@@ -24,6 +23,52 @@ std::int32_t material_of(const eval_input &in, int us)
     return value_of(pawn) * square_count(in.pawns[us]) + value_of(rook) * in.rook_count[us]
         + value_of(knight) * in.knight_count[us] + value_of(bishop) * in.bishop_count[us]
         + value_of(queen) * in.queen_count[us];
+}
+
+// The pawn-and-king cache: the figures of pawn_king_facts for the last pawn-and-king structure
+// that came to each slot, with that structure. The figures read the two colours' pawn and king
+// sets and nothing else, so a slot that holds the same four sets holds exactly the figures that
+// would be worked out anew. Never cleared, as nothing in it can differ from a fresh computation.
+// Static: 2^14 slots of 104 bytes, 1.6 MiB.
+struct pawn_king_slot {
+    Bitboard pawns[2], kings[2];
+    pawn_king_facts facts;
+    bool written;
+};
+constexpr int pawn_king_bits = 14;
+pawn_king_slot pawn_king_cache[1 << pawn_king_bits];
+
+template <int us> void fill_pawn_king(const eval_input &in, pawn_king_facts &f)
+{
+    const Bitboard pawns = in.pawns[us], kings = in.kings[us];
+    const int king = in.king_square[us];
+    f.attacked[us] = king_neighbours(king) | pawn_attacks<us == white>(pawns);
+    f.pawn_structure[us] = doubled_pawn_penalty(pawns);
+    f.king_pawn_tables[us][0] = king_pawn_table_sum<us>(false, kings, pawns);
+    f.king_pawn_tables[us][1] = king_pawn_table_sum<us>(true, kings, pawns);
+    f.cover[us] = cover_pawns<us>(king, pawns);
+    f.shield[us] = shield_penalty<us>(king, pawns);
+    f.central_pawns[us] = central_pawn_score<us>(pawns);
+}
+
+// The pawn-and-king figures of `in`, from the cache when it holds this structure.
+inline const pawn_king_facts &pawn_king_of(const eval_input &in)
+{
+    const std::uint64_t h = in.pawns[white] * 0x9E3779B97F4A7C15
+        + in.pawns[black] * 0xC2B2AE3D27D4EB4F + in.kings[white] * 0x165667B19E3779F9
+        + in.kings[black] * 0xD6E8FEB86659FD93;
+    pawn_king_slot &slot = pawn_king_cache[(h ^ (h >> 32)) & ((1 << pawn_king_bits) - 1)];
+    if (slot.written && slot.pawns[white] == in.pawns[white] && slot.pawns[black] == in.pawns[black]
+        && slot.kings[white] == in.kings[white] && slot.kings[black] == in.kings[black])
+        return slot.facts;
+    slot.pawns[white] = in.pawns[white];
+    slot.pawns[black] = in.pawns[black];
+    slot.kings[white] = in.kings[white];
+    slot.kings[black] = in.kings[black];
+    fill_pawn_king<white>(in, slot.facts);
+    fill_pawn_king<black>(in, slot.facts);
+    slot.written = true;
+    return slot.facts;
 }
 
 // The facts every term reads; written here so that the evaluation inlines it.
@@ -58,38 +103,11 @@ inline eval_input derive_input(const Board &b)
     in.material[white] = material_of(in, white);
     in.material[black] = material_of(in, black);
     in.phase = phase_of(in.material[white] + in.material[black]);
-    in.attacked[white] = attacked_squares_white(in);
-    in.attacked[black] = attacked_squares_black(in);
+    in.pawn_king = pawn_king_of(in);
+    in.attacked[white] = attacked_squares<white>(in);
+    in.attacked[black] = attacked_squares<black>(in);
     return in;
 }
-
-// A family of terms filled by one function; it runs when its first term is active, and the
-// other terms it fills share that term's row of the phase table.
-using term_function = void (*)(const eval_input &, term_values &);
-struct term_family {
-    term first;
-    term_function fill;
-};
-
-constexpr term_family families[] = {
-    { rook_mobility, mobility_terms }, // all Mobility and Attack counts, free_squares
-    { king_pawn_tables, table_terms }, // also piece_tables, where the phase allows
-    { king_safety_penalty, king_safety_terms },
-    { center_score, center_terms },
-    { coord_score, coord_terms },
-    { rook_file_score, rook_file_terms },
-    { pawn_structure_penalty, pawn_structure_terms },
-    { bishop_block_penalty, bishop_block_terms },
-    { bishop_king_pawn_block_penalty, bishop_king_pawn_block_terms },
-    { king_side_bishop_trap_penalty, king_side_bishop_trap_terms },
-    { bishop_pair_bonus, bishop_pair_terms },
-    { king_development_score, king_development_terms }, // also castled_shield_penalty
-    { central_pawn_opening_score, central_pawn_opening_terms },
-    { no_central_pawn_penalty, no_central_pawn_terms },
-    { early_queen_penalty, early_queen_terms },
-    { knight_edge_penalty, knight_edge_terms },
-    { rook_corner_trap_penalty, rook_corner_trap_terms },
-};
 
 // Whether the terms from `first` to `last` all count in the same phases as `first`.
 constexpr bool same_phases(term first, term last)
@@ -99,6 +117,8 @@ constexpr bool same_phases(term first, term last)
             if (term_active[t][p] != term_active[first][p]) return false;
     return true;
 }
+// A function that fills several terms runs when the first of them counts, so they must share
+// its row of the phase table.
 static_assert(same_phases(rook_mobility, queen_attack) && term_active[free_squares][ending]
     && term_active[free_squares][middlegame] && term_active[free_squares][opening]);
 static_assert(same_phases(king_development_score, castled_shield_penalty));
@@ -106,17 +126,35 @@ static_assert(same_phases(king_development_score, castled_shield_penalty));
 // piece tables itself.
 static_assert(term_active[king_pawn_tables][opening] && term_active[king_pawn_tables][ending]);
 
-// Runs the families whose terms count in `phase`; the phase table is read while compiling, so
-// each phase gets its own straight list of calls.
-template <int phase, std::size_t... family>
-void fill_terms(const eval_input &in, term_values &out, std::index_sequence<family...>)
+// The terms of one colour that count in `phase`; the phase table is read while compiling, so
+// each phase and colour gets its own straight run of inlined terms.
+template <int phase, int us> void fill_colour(const eval_input &in, term_values &out)
 {
-    ((term_active[families[family].first][phase] ? families[family].fill(in, out) : void()), ...);
+    constexpr auto on = [](term t) { return term_active[t][phase]; };
+    if constexpr (on(rook_mobility)) mobility_terms<us>(in, out); // also free_squares
+    table_terms<us>(in, out); // king and pawn tables, and the piece tables where they count
+    if constexpr (on(king_safety_penalty)) king_safety_terms<us>(in, out);
+    if constexpr (on(center_score)) center_terms<us>(in, out);
+    if constexpr (on(coord_score)) coord_terms<us>(in, out);
+    if constexpr (on(rook_file_score)) rook_file_terms<us>(in, out);
+    if constexpr (on(pawn_structure_penalty)) pawn_structure_terms<us>(in, out);
+    if constexpr (on(bishop_block_penalty)) bishop_block_terms<us>(in, out);
+    if constexpr (on(bishop_king_pawn_block_penalty)) bishop_king_pawn_block_terms<us>(in, out);
+    if constexpr (on(king_side_bishop_trap_penalty)) king_side_bishop_trap_terms<us>(in, out);
+    if constexpr (on(bishop_pair_bonus)) bishop_pair_terms<us>(in, out);
+    if constexpr (on(king_development_score)) king_development_terms<us>(in, out); // and shield
+    if constexpr (on(central_pawn_opening_score)) central_pawn_opening_terms<us>(in, out);
+    if constexpr (on(no_central_pawn_penalty)) no_central_pawn_terms<us>(in, out);
+    if constexpr (on(early_queen_penalty)) early_queen_terms<us>(in, out);
+    if constexpr (on(knight_edge_penalty)) knight_edge_terms<us>(in, out);
+    if constexpr (on(rook_corner_trap_penalty)) rook_corner_trap_terms<us>(in, out);
 }
 
+// Both colours: every term function is written once, for the colour as a template argument.
 template <int phase> void fill_terms(const eval_input &in, term_values &out)
 {
-    fill_terms<phase>(in, out, std::make_index_sequence<std::size(families)>());
+    fill_colour<phase, white>(in, out);
+    fill_colour<phase, black>(in, out);
 }
 
 // Every term of both colours, before the weights, and the phase.
@@ -181,17 +219,23 @@ breakdown evaluate_terms(const Board &board)
 
 } // namespace eval
 
-std::int32_t evaluate(Board board, int side, int report)
+namespace {
+
+// The breakdown, printed, and its sum.
+std::int32_t reported_white_view(const Board &board)
 {
     using namespace eval;
-    std::int32_t score = 0;
-    if (report) {
-        const breakdown scores = evaluate_terms(board);
-        print_report(scores);
-        score = scores.total[white] - scores.total[black];
-    } else {
-        // The same sum, weighed once over the differences of the two colours' terms.
-        score = white_view(board);
-    }
+    const breakdown scores = evaluate_terms(board);
+    print_report(scores);
+    return scores.total[white] - scores.total[black];
+}
+
+} // namespace
+
+std::int32_t evaluate(const Board &board, int side, int report)
+{
+    // The silent path weighs the differences of the two colours' terms once, which gives the
+    // same sum as the report's two totals.
+    const std::int32_t score = report ? reported_white_view(board) : eval::white_view(board);
     return side ? score : -score;
 }

@@ -1,5 +1,6 @@
-// The evaluation: one signed score for a position, worked out from the twelve piece sets at
-// every call, with no state kept between calls.
+// The evaluation: one signed score for a position, worked out from the twelve piece sets at every
+// call; only the figures of the pawn-and-king structure come from a cache, which changes no
+// result.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +15,8 @@
 // as it goes, reading nothing outside a table: a colour without a king has no king safety or
 // placement terms, one with several kings has them for its lowest king (every king still reads
 // the table), and a square in two sets counts in both.
-std::int32_t evaluate(Board board, int side, int report);
+// The board is read in place, never changed.
+std::int32_t evaluate(const Board &board, int side, int report);
 
 namespace eval {
 

@@ -132,15 +132,25 @@ constexpr bool term_active[term_count][3] = {
     { true, true, true }, // free_squares
 };
 
-// The attack sets of one colour's pieces, each looked up once per call and read by the attack
-// map, the mobility counts and the connection score. Rooks, bishops, knights and queens are each
-// listed by ascending square; a rook has its rank and its file set, a bishop its a1-h8 and its
-// a8-h1 diagonal, a queen one set for all four lines. A garbled board fills up to 64 of a kind.
-struct piece_reach {
-    Bitboard rook_rank[64], rook_file[64];
-    Bitboard bishop_diagonal[64], bishop_antidiagonal[64];
-    Bitboard knight[64];
-    Bitboard queen[64];
+// What one colour's rooks, bishops, knights and queens see, counted while the attack map is
+// built from the same look-ups: the Mobility and Attack counts in term order (rook_mobility to
+// queen_attack), the free figure, and each rook's reach (rank and file set together), rooks by
+// ascending square, for the connection score. A garbled board fills up to 64 rooks.
+struct piece_activity {
+    std::int32_t count[queen_attack + 1];
+    std::int32_t free;
+    Bitboard rook_reach[64]; // entries past the rook count are left unset
+};
+
+// The figures that depend on the pawns and the kings of both colours and on nothing else, worked
+// out once for each such structure and cached (evaluate.cpp). Indexed by colour.
+struct pawn_king_facts {
+    Bitboard attacked[2]; // squares the colour's pawns and its (lowest) king attack
+    std::int32_t pawn_structure[2]; // Pawn Structure Penalty
+    std::int32_t king_pawn_tables[2][2]; // king and pawn table values, [colour][ending or not]
+    std::int32_t cover[2]; // own pawns on the king's pawn cover squares
+    std::int32_t shield[2]; // Castled Shield Penalty, for the opening and the middlegame
+    std::int32_t central_pawns[2]; // Central Pawn Opening Score
 };
 
 // The facts that every term reads, derived once per call from the twelve sets. Indexed by colour.
@@ -150,8 +160,9 @@ struct eval_input {
     Bitboard all; // every piece of both colours: the blockers of every attack set
     int king_square[2]; // lowest square of the king set; 64 when a garbled board has no king
     int rook_count[2], knight_count[2], bishop_count[2], queen_count[2]; // squares in each set
-    piece_reach reach[2]; // entries past each kind's count are left unset
-    Bitboard attacked[2]; // every square the colour attacks, as fast_attacked_by_* answers
+    pawn_king_facts pawn_king;
+    piece_activity activity[2];
+    Bitboard attacked[2]; // every square the colour attacks, as attacked_by_* answers
     int castling[2]; // nonzero while either castling flag of the colour is set
     std::int32_t material[2];
     int phase;

@@ -1,5 +1,5 @@
-// The fast evaluation and the fast square tests against the literal versions, on random boards;
-// the sign rule; and boards outside every contract.
+// The fast evaluation, the attack maps and the square tests against the literal versions, on
+// random boards; the sign rule; and boards outside every contract.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 #include <string>
 
 #include "eval/evaluate.h"
-#include "eval/fast_attacked.h"
+#include "movegen/attacked.h"
 #include "position/fen.h"
 #include "tests/eval/reference_eval.h"
 #include "tests/support/random_boards.h"
@@ -55,15 +55,16 @@ TEST(Compare, GarbledBoardsAgreeWithTheLiteralEvaluation)
         expect_same_terms(random_garbage(rng), "garbage " + std::to_string(i));
 }
 
-TEST(Compare, FastSquareTestsAgreeWithTheRayWalk)
+// The engine's one square test, table-driven, against the literal ray walk.
+TEST(Compare, SquareTestsAgreeWithTheRayWalk)
 {
     std::mt19937_64 rng(5);
     for (int i = 0; i < board_count; i++) {
         const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
         for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(fast_attacked_by_white(b, s), reference_attacked(b, white, s))
+            ASSERT_EQ(attacked_by_white(b, s), reference_attacked(b, white, s))
                 << "board " << i << " square " << s;
-            ASSERT_EQ(fast_attacked_by_black(b, s), reference_attacked(b, black, s))
+            ASSERT_EQ(attacked_by_black(b, s), reference_attacked(b, black, s))
                 << "board " << i << " square " << s;
         }
     }
@@ -94,8 +95,8 @@ TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)
         const Bitboard white_map = in.attacked[white];
         const Bitboard black_map = in.attacked[black];
         for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(int(white_map >> s & 1), fast_attacked_by_white(b, s)) << i << " " << s;
-            ASSERT_EQ(int(black_map >> s & 1), fast_attacked_by_black(b, s)) << i << " " << s;
+            ASSERT_EQ(int(white_map >> s & 1), attacked_by_white(b, s)) << i << " " << s;
+            ASSERT_EQ(int(black_map >> s & 1), attacked_by_black(b, s)) << i << " " << s;
         }
     }
 }
@@ -166,15 +167,6 @@ TEST(BadInput, NoKingsManyKingsManyQueensOverlaps)
     evaluate(queens, 1, 1);
     const std::string text = testing::internal::GetCapturedStdout();
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3 * 48);
-}
-
-TEST(BadInput, SquareTestsWithoutKings)
-{
-    const Board empty {};
-    for (int s = 0; s < 64; s++) {
-        EXPECT_EQ(fast_attacked_by_white(empty, s), 0);
-        EXPECT_EQ(fast_attacked_by_black(empty, s), 0);
-    }
 }
 
 } // namespace

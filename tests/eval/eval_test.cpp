@@ -163,16 +163,16 @@ TEST(KingSafety, CoverSquaresAtTheEdges)
         for (int s : list) set |= square_bit(s);
         return set;
     };
-    EXPECT_EQ(pawn_cover_white(g1), squares({ f2, g2, h2, f3, g3, h3 }));
-    EXPECT_EQ(pawn_cover_white(a1), squares({ a2, b2, a3, b3 }));
-    EXPECT_EQ(pawn_cover_white(h7), squares({ g8, h8 }));
-    EXPECT_EQ(pawn_cover_white(d7), squares({ c8, d8, e8 }));
-    EXPECT_EQ(pawn_cover_white(e8), 0u);
-    EXPECT_EQ(pawn_cover_black(g8), squares({ f7, g7, h7, f6, g6, h6 }));
-    EXPECT_EQ(pawn_cover_black(e2), squares({ d1, e1, f1 }));
-    EXPECT_EQ(pawn_cover_black(h1), 0u);
-    EXPECT_EQ(pawn_cover_white(64), 0u);
-    EXPECT_EQ(pawn_cover_black(64), 0u);
+    EXPECT_EQ(pawn_cover[white][g1], squares({ f2, g2, h2, f3, g3, h3 }));
+    EXPECT_EQ(pawn_cover[white][a1], squares({ a2, b2, a3, b3 }));
+    EXPECT_EQ(pawn_cover[white][h7], squares({ g8, h8 }));
+    EXPECT_EQ(pawn_cover[white][d7], squares({ c8, d8, e8 }));
+    EXPECT_EQ(pawn_cover[white][e8], 0u);
+    EXPECT_EQ(pawn_cover[black][g8], squares({ f7, g7, h7, f6, g6, h6 }));
+    EXPECT_EQ(pawn_cover[black][e2], squares({ d1, e1, f1 }));
+    EXPECT_EQ(pawn_cover[black][h1], 0u);
+    EXPECT_EQ(pawn_cover[white][64], 0u);
+    EXPECT_EQ(pawn_cover[black][64], 0u);
 }
 
 } // namespace
