@@ -1,10 +1,16 @@
 """Figures of the engine through pipes: go depth 1 latency, resident memory after twenty
 searches and after a game of movetime searches, and the overshoot of go movetime 100.
 
-Usage: measure.py ENGINE
+With --timing instead: the overshoot of 100 go movetime 100 searches in percentiles, by the
+engine's own elapsed-time line and as seen through the pipe; how long a stop sent during a long
+search takes to bring the bestmove line; and `ENGINE bench` with its wall time.
+
+Usage: measure.py ENGINE [--timing]
 """
 import os
+import random
 import statistics
+import subprocess
 import sys
 import time
 
@@ -34,8 +40,57 @@ def resident_kib(pid, field="VmRSS"):
     return -1
 
 
+def percentiles(values):
+    """Median, 90th and 99th percentile (nearest rank) and maximum, as text."""
+    ordered = sorted(values)
+
+    def rank(p):
+        return ordered[max(0, -(-len(ordered) * p // 100) - 1)]
+    return "median %.1f, p90 %.1f, p99 %.1f, max %.1f ms" % (
+        statistics.median(ordered), rank(90), rank(99), ordered[-1])
+
+
+def timing(path):
+    e = Engine(path)
+    engine_over, pipe_over = [], []
+    for i in range(100):
+        e.send("position fen %s\n" % FENS[i % len(FENS)])
+        e.send("isready\n")
+        e.read_until("readyok", 10)
+        start = time.monotonic()
+        _, _, elapsed = e.search("go movetime 100")
+        pipe_over.append((time.monotonic() - start) * 1000 - 100)
+        engine_over.append(int(elapsed.split()[2]) - 100)
+    print("go movetime 100 x100, elapsed minus limit, engine's line: " + percentiles(engine_over))
+    print("go movetime 100 x100, elapsed minus limit, through the pipe: " + percentiles(pipe_over))
+
+    stops = []
+    rng = random.Random(1)
+    for i in range(30):
+        e.send("position fen %s\ngo depth 12\n" % FENS[i % len(FENS)])
+        e.read_until("info depth 1 ", 10)
+        time.sleep(0.15 + rng.random() * 0.2)
+        sent = time.monotonic()
+        e.send("stop\n")
+        e.read_until("bestmove", 10)
+        stops.append((time.monotonic() - sent) * 1000)
+        e.read_until("elapsed time:", 5)
+    print("stop during go depth 12 x30, stop to bestmove through the pipe: " + percentiles(stops))
+    e.send("quit\n")
+    e.wait(10)
+
+    start = time.monotonic()
+    done = subprocess.run([path, "bench"], stdout=subprocess.PIPE, timeout=600)
+    took = time.monotonic() - start
+    print(done.stdout.decode(), end="")
+    print("korvane bench: exit status %d, %.1f s wall" % (done.returncode, took))
+
+
 def main():
     path = sys.argv[1]
+    if sys.argv[2:] == ["--timing"]:
+        timing(path)
+        return
     e = Engine(path)
     e.send("isready\n")
     e.read_until("readyok", 10)

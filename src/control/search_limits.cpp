@@ -8,6 +8,7 @@ std::int32_t search_depth_limit = default_depth;
 std::int32_t search_time_limit_ms = default_time_ms;
 std::int32_t time_limit_active = 1;
 double search_start_ms = 0;
+std::uint32_t clock_tick_count = 0;
 
 std::int32_t elapsed_ms(double now, double start)
 {

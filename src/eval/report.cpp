@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "position/output.h"
+
 namespace eval {
 
 std::size_t format_report(const breakdown &scores, char *text)
@@ -23,7 +25,7 @@ void print_report(const breakdown &scores)
 {
     char text[report_size];
     const std::size_t length = format_report(scores, text);
-    std::fwrite(text, 1, length, stdout);
+    out_write(text, length);
 }
 
 } // namespace eval

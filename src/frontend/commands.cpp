@@ -13,6 +13,7 @@
 #include "frontend/move_commands.h"
 #include "frontend/search_commands.h"
 #include "position/fen.h"
+#include "position/output.h"
 #include "position/text.h"
 #include "position/zobrist.h"
 #include "search/tt.h"
@@ -24,17 +25,17 @@ using command_function = int (*)(const char *line, char *rest);
 
 int run_uci(const char *, char *)
 {
-    std::puts("id name Korvane 1.0 \r");
-    std::puts("id author Brennik Dolmar\r");
-    std::puts("uciok\r");
-    std::fflush(stdout);
+    out_printf("id name %s \r\n", engine_version);
+    out_puts("id author Brennik Dolmar\r");
+    out_puts("uciok\r");
+    out_flush();
     return 0;
 }
 
 int run_isready(const char *, char *)
 {
-    std::puts("readyok\r");
-    std::fflush(stdout);
+    out_puts("readyok\r");
+    out_flush();
     return 0;
 }
 
@@ -74,8 +75,8 @@ int run_quit(const char *, char *) { return 1; }
 
 int run_boardkey(const char *, char *)
 {
-    std::printf("static  key: %llx\n", static_cast<unsigned long long>(current_key));
-    std::printf("current key: %llx\n", static_cast<unsigned long long>(full_key(&current_board)));
+    out_printf("static  key: %llx\n", static_cast<unsigned long long>(current_key));
+    out_printf("current key: %llx\n", static_cast<unsigned long long>(full_key(&current_board)));
     return 0;
 }
 
@@ -99,19 +100,18 @@ int run_cls(const char *, char *)
 
 int run_help(const char *, char *)
 {
-    std::puts("boardkey: Shows the current board zobrist hash value calculated in incremental and "
-              "full methods");
-    std::puts("perft n: perft command inorder to debug move generator bugs");
-    std::puts("movlist: display the current move list (not sorted)");
-    std::puts("sortedmoves: display the sorted current move list by their assigned score");
-    std::puts("boardscore: display the current board evaluation info");
-    std::puts("cls: clear the screen");
-    std::puts("printboard: prints the current board on the screen");
-    std::printf(
-        "go: default search limit depth %d and max %d ms\n", default_depth, default_time_ms);
-    std::printf("go depth n: search exactly up to depth n (clamped to %d)\n", depth_ceiling);
-    std::puts("go movetime n: search for at most n milliseconds");
-    std::puts("go depth n movetime m: stop at whichever limit is reached first");
+    out_puts("boardkey: Shows the current board zobrist hash value calculated in incremental and "
+             "full methods");
+    out_puts("perft n: perft command inorder to debug move generator bugs");
+    out_puts("movlist: display the current move list (not sorted)");
+    out_puts("sortedmoves: display the sorted current move list by their assigned score");
+    out_puts("boardscore: display the current board evaluation info");
+    out_puts("cls: clear the screen");
+    out_puts("printboard: prints the current board on the screen");
+    out_printf("go: default search limit depth %d and max %d ms\n", default_depth, default_time_ms);
+    out_printf("go depth n: search exactly up to depth n (clamped to %d)\n", depth_ceiling);
+    out_puts("go movetime n: search for at most n milliseconds");
+    out_puts("go depth n movetime m: stop at whichever limit is reached first");
     return 0;
 }
 

@@ -3,3 +3,6 @@
 
 // Runs the command on `text` (any length; not written to). Returns 1 after `quit`, else 0.
 int handle_command(const char *text);
+
+// The name and version, as `uci` and --version give them.
+constexpr char engine_version[] = "Korvane 1.0";

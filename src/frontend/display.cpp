@@ -6,6 +6,7 @@
 
 #include "platform/platform.h"
 #include "position/board.h"
+#include "position/output.h"
 
 void print_board()
 {
@@ -36,20 +37,20 @@ void print_board()
         }
 
     auto flag = [](std::int32_t value) { return value ? "True" : "False"; };
-    std::puts("");
-    std::fflush(stdout);
-    std::puts(picture);
-    std::fflush(stdout);
-    std::printf("White oo: %s   White ooo: %s\n", flag(b.white_oo), flag(b.white_ooo));
-    std::fflush(stdout);
-    std::printf("Black oo: %s   Black ooo: %s\n", flag(b.black_oo), flag(b.black_ooo));
-    std::fflush(stdout);
-    std::printf("Fifty Move Variable = %d\n", int(b.fifty_move));
-    std::fflush(stdout);
-    std::printf("Enpassant Rank No = %d\n", int(b.enpassant_file));
-    std::fflush(stdout);
-    std::puts(b.white_to_move ? "Side To Move = White" : "Side To Move = Black");
-    std::fflush(stdout);
+    out_puts("");
+    out_flush();
+    out_puts(picture);
+    out_flush();
+    out_printf("White oo: %s   White ooo: %s\n", flag(b.white_oo), flag(b.white_ooo));
+    out_flush();
+    out_printf("Black oo: %s   Black ooo: %s\n", flag(b.black_oo), flag(b.black_ooo));
+    out_flush();
+    out_printf("Fifty Move Variable = %d\n", int(b.fifty_move));
+    out_flush();
+    out_printf("Enpassant Rank No = %d\n", int(b.enpassant_file));
+    out_flush();
+    out_puts(b.white_to_move ? "Side To Move = White" : "Side To Move = Black");
+    out_flush();
 }
 
 void clear_console() { clear_terminal(); }

@@ -5,10 +5,11 @@
 
 #include "eval/evaluate.h"
 #include "position/board.h"
+#include "position/output.h"
 
 int run_boardscore(const char *, char *)
 {
     const std::int32_t score = evaluate(current_board, current_board.white_to_move, 1);
-    std::printf("boardscore: %d\n", int(score));
+    out_printf("boardscore: %d\n", int(score));
     return 0;
 }

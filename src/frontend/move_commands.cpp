@@ -2,12 +2,14 @@
 #include "frontend/move_commands.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "movegen/legal.h"
 #include "movegen/perft.h"
 #include "platform/platform.h"
 #include "position/apply.h"
 #include "position/board.h"
+#include "position/output.h"
 #include "position/text.h"
 
 void print_moves()
@@ -18,7 +20,7 @@ void print_moves()
     char text[8];
     for (int i = 0; i < list.count; i++) {
         move_to_text(list.moves[i], text);
-        std::puts(text);
+        out_puts(text);
     }
 }
 
@@ -36,11 +38,11 @@ std::uint64_t perft_root(int depth)
         apply_move_keyed(&copy, list.moves[i], &key);
         const std::uint64_t nodes = perft(depth - 1, copy);
         move_to_text(list.moves[i], text);
-        std::fputs(text, stdout);
+        out_write(text, std::strlen(text));
         if (depth > 1)
-            std::printf(": %llu\r\n", static_cast<unsigned long long>(nodes));
+            out_printf(": %llu\r\n", static_cast<unsigned long long>(nodes));
         else
-            std::puts("\r");
+            out_puts("\r");
         total += nodes;
     }
     return total;
@@ -55,6 +57,6 @@ void perft_command(char *rest)
     if (depth < 0) return;
     const std::uint64_t start = clock_ms();
     const std::uint64_t nodes = depth == 0 ? 1 : perft_root(depth);
-    std::printf("%d=%llu\n", depth, static_cast<unsigned long long>(nodes));
-    std::printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+    out_printf("%d=%llu\n", depth, static_cast<unsigned long long>(nodes));
+    out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
 }

@@ -8,3 +8,8 @@ int run_go(const char *line, char *rest);
 // `sortedmoves`: the legal moves scored and sorted as the ordering sees them at the root, each
 // marked "True" when the last search's line starts with it.
 int run_sortedmoves(const char *line, char *rest);
+
+// The `bench` argument: searches the benchmark positions, printing a line for each, and ends
+// with "<nodes> nodes <nps> nps" (alpha-beta and quiescence nodes). No earlier line holds either
+// word, since the readers of this output take the first match.
+void bench_command();

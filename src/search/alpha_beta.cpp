@@ -267,11 +267,13 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     if (search_stop) return 0;
 
     // Step 2. Initialise the node: its ply, its row of the principal variation (rows beyond the
-    // table are never read; only long chains of extensions reach them), the node count, and at
-    // every 2048th node the clock and the input.
+    // table are never read; only long chains of extensions reach them), the node count, the clock
+    // at every 256th node of either kind (clock_tick), and at every 2048th node the clock and the
+    // input.
     Node node { .key = key, .depth = depth, .ply = parent_ply + 1 };
     if (node.ply < pv_rows) pv_length[node.ply] = node.ply + 1;
     node_count = std::int32_t(std::uint32_t(node_count) + 1);
+    clock_tick();
     node.opening_root = node.ply == 0 && is_opening_root(board);
     if ((std::uint32_t(node_count) & poll_mask) == poll_mask) {
         check_deadline();

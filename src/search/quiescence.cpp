@@ -91,6 +91,7 @@ std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha
     std::int32_t known_eval, std::int32_t known_check)
 {
     quiescence_node_count++;
+    clock_tick();
     poll_input();
     if (search_stop) return 0;
 

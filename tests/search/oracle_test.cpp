@@ -7,11 +7,12 @@
 #include <random>
 #include <string>
 
-#include "bench/search/bench_positions.h"
+#include "control/search_limits.h"
 #include "movegen/legal.h"
 #include "position/apply.h"
 #include "position/zobrist.h"
 #include "search/alpha_beta.h"
+#include "search/bench.h"
 #include "search/iterate.h"
 #include "search/ordering.h"
 #include "search/quiescence.h"

@@ -7,8 +7,8 @@ import time
 
 
 class Engine:
-    def __init__(self, path, preexec_fn=None):
-        self.proc = subprocess.Popen([path], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+    def __init__(self, path, preexec_fn=None, args=()):
+        self.proc = subprocess.Popen([path, *args], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                      stderr=subprocess.PIPE, bufsize=0, preexec_fn=preexec_fn)
         self.pending = b""
 
@@ -77,9 +77,9 @@ class Engine:
             self.proc.wait()
 
 
-def run(path, text, timeout=60):
+def run(path, text, timeout=60, args=()):
     """Runs the engine on `text` to the end of its input; returns (output, exit status)."""
-    done = subprocess.run([path], input=text.encode("latin-1"), stdout=subprocess.PIPE,
+    done = subprocess.run([path, *args], input=text.encode("latin-1"), stdout=subprocess.PIPE,
                           timeout=timeout)
     return done.stdout.decode("latin-1"), done.returncode
 
@@ -87,6 +87,11 @@ def run(path, text, timeout=60):
 def without_elapsed(text):
     """`text` with each "elapsed time: N ms" line replaced by "<elapsed>"."""
     return re.sub(r"elapsed time: \d+ ms\n", "<elapsed>", text)
+
+
+def without_times(text):
+    """`text` with the figures of every elapsed-time line and `info` time field masked."""
+    return re.sub(r" time \d+ ", " time T ", re.sub(r"elapsed time: \d+ ms", "elapsed time: T ms", text))
 
 
 def without_time(info_line):

@@ -1,9 +1,11 @@
 """Integration cases of the engine over pipes. Usage: uci_pipes.py ENGINE CASE"""
+import re
 import resource
+import subprocess
 import sys
 import time
 
-from uci_engine import Engine, run, without_elapsed, without_time
+from uci_engine import Engine, run, without_elapsed, without_time, without_times
 
 START_KEY = "463b96181691fc9c"
 LONG_SEARCH = "go depth 12"  # no time limit: only stop, quit or twelve iterations end it
@@ -299,6 +301,51 @@ def case_allocation_failure(path):
     expect(status == 1, "exit status %d" % status)
     expect(err == b"Failed to allocate hash table\r\n", err)
     expect(out == b"", out)
+
+
+def case_lf_output(path):
+    # With --lf every CR LF is a plain LF and nothing else differs, over a whole session.
+    session = ("uci\nisready\nposition startpos moves e2e4\ngo depth 4\nprintboard\nperft 2\n"
+               "boardscore\nboardkey\nmovlist\nsortedmoves\nhelp\nquit\n")
+    crlf, code = run(path, session)
+    expect(code == 0, "exit status %d" % code)
+    lf, code = run(path, session, args=["--lf"])
+    expect(code == 0, "exit status %d" % code)
+    crlf, lf = without_times(crlf), without_times(lf)
+    expect(crlf.count("\r\n") > 30 and "\r" not in lf, lf[:200])
+    expect(lf == crlf.replace("\r\n", "\n"), (crlf[:300], lf[:300]))
+
+
+def case_arguments(path):
+    def call(*args):
+        done = subprocess.run([path, *args], stdin=subprocess.DEVNULL, capture_output=True,
+                              timeout=30)
+        return done.stdout.decode(), done.stderr.decode(), done.returncode
+    out, err, code = call("--version")
+    expect((out, err, code) == ("Korvane 1.0\n", "", 0), (out, err, code))
+    out, err, code = call("--help")
+    expect(code == 0 and err == "" and "--lf" in out and "bench" in out, (out, err, code))
+    # An unknown argument, even beside known ones, is named on stderr and nothing runs.
+    for args in (["--bogus"], ["--lf", "uci"], ["-lf"]):
+        out, err, code = call(*args)
+        expect(code == 2 and out == "" and err.count("\n") == 1 and args[-1] in err
+               and "--help" in err, (args, out, err, code))
+
+
+# Alpha-beta and quiescence nodes of the benchmark's fixed-depth searches.
+BENCH_NODES = 1256603
+
+
+def case_bench(path):
+    done = subprocess.run([path, "bench"], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                          timeout=300)
+    expect(done.returncode == 0, "exit status %d" % done.returncode)
+    lines = done.stdout.decode().split("\n")
+    expect(lines[-1] == "" and len(lines) == 14, lines)
+    # Readers take the first line that holds "nodes" or "nps": only the last may.
+    expect(not any("nodes" in l or "nps" in l for l in lines[:-2]), lines)
+    last = re.fullmatch(r"(\d+) nodes (\d+) nps", lines[-2])
+    expect(last and int(last.group(1)) == BENCH_NODES and int(last.group(2)) > 0, lines[-2])
 
 
 def main():

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "control/input.h"
+#include "control/search_limits.h"
 #include <cstdio>
 
 #include "movegen/attacks.h"
@@ -15,6 +16,9 @@ int main(int argc, char **argv)
     init_attack_tables();
     // The suite's own standard input is not a GUI: the search's poll must never read it.
     input_is_pipe = 0;
+    // Nor does any clock limit hold: the search reads the clock only under a time limit, and a
+    // stale one would stop quiescence and alpha-beta when a test calls them directly.
+    time_limit_active = 0;
     if (!hash_allocate()) {
         std::fputs("no hash table\n", stderr);
         return 1;

@@ -1,0 +1,44 @@
+// The search benchmark's positions and loop.
+#include "search/bench.h"
+
+#include <cstdio>
+
+#include "control/search_limits.h"
+#include "platform/platform.h"
+#include "position/fen.h"
+#include "search/alpha_beta.h"
+#include "search/iterate.h"
+#include "search/quiescence.h"
+#include "search/tt.h"
+
+namespace {
+
+void no_print(const iteration_report &) { }
+
+} // namespace
+
+bench_result run_bench(int count, bench_reporter report)
+{
+    if (count <= 0 || count > bench_position_count) count = bench_position_count;
+    bench_result total = { count, 0, 0, 0, nullptr };
+    for (int i = 0; i < count; i++) {
+        const bench_position &p = bench_positions[i];
+        char line[256];
+        std::snprintf(line, sizeof line, "position fen %s", p.fen);
+        set_position_fen(line);
+        hash_clear();
+        search_depth_limit = p.depth;
+        search_time_limit_ms = 0;
+        time_limit_active = 0;
+        quiescence_node_count = 0;
+        const double start = clock_ms_real();
+        const char *best = iterate_search(no_print);
+        const bench_result one = { i, std::uint64_t(node_count), quiescence_node_count,
+            clock_ms_real() - start, best };
+        report(one);
+        total.nodes += one.nodes;
+        total.quiescence_nodes += one.quiescence_nodes;
+        total.ms += one.ms;
+    }
+    return total;
+}
