@@ -1,6 +1,7 @@
 // POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console,
 // anonymous mappings for the one large block.
 #include "platform/platform.h"
+#include "platform/system_input.h"
 
 #include <cerrno>
 #include <cstring>
@@ -27,48 +28,12 @@ double clock_ms_real()
     return double(now.tv_sec) * 1000.0 + double(now.tv_nsec) / 1e6;
 }
 
-namespace {
-
-// Bytes read from descriptor 0 and not yet taken: stdin_buffer[start, end).
-char stdin_buffer[65536];
-int stdin_start = 0, stdin_end = 0;
-bool stdin_ended = false;
-
-// One read(2) into the free part of the buffer; false at the end of input or on an error.
-bool fill_buffer()
+int system_read(char *into, int most)
 {
-    if (stdin_ended) return false;
-    if (stdin_start == stdin_end) stdin_start = stdin_end = 0;
-    if (stdin_start > 0 && stdin_end == int(sizeof stdin_buffer)) {
-        std::memmove(
-            stdin_buffer, stdin_buffer + stdin_start, std::size_t(stdin_end - stdin_start));
-        stdin_end -= stdin_start;
-        stdin_start = 0;
-    }
     ssize_t got;
-    do got = read(0, stdin_buffer + stdin_end, sizeof stdin_buffer - std::size_t(stdin_end));
+    do got = read(0, into, std::size_t(most));
     while (got < 0 && errno == EINTR);
-    if (got <= 0) {
-        stdin_ended = true;
-        return false;
-    }
-    stdin_end += int(got);
-    return true;
-}
-
-} // namespace
-
-int stdin_read_line(char *text, int size)
-{
-    int copied = 0;
-    while (copied < size - 1) {
-        if (stdin_start == stdin_end && !fill_buffer()) break;
-        char c = stdin_buffer[stdin_start++];
-        text[copied++] = c;
-        if (c == '\n') break;
-    }
-    text[copied] = '\0';
-    return copied;
+    return int(got);
 }
 
 bool stdin_is_pipe()
@@ -95,18 +60,14 @@ bool poll_due()
 
 } // namespace
 
-int stdin_take_waiting(char *bytes, int most)
+int system_waiting()
 {
-    if (stdin_start == stdin_end) {
-        if (stdin_ended || !poll_due()) return 0;
-        pollfd ready = { 0, POLLIN, 0 };
-        if (poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return 0;
-        if (!fill_buffer()) return 0;
-    }
-    int taken = stdin_end - stdin_start < most ? stdin_end - stdin_start : most;
-    std::memcpy(bytes, stdin_buffer + stdin_start, std::size_t(taken));
-    stdin_start += taken;
-    return taken;
+    if (!poll_due()) return 0;
+    pollfd ready = { 0, POLLIN, 0 };
+    if (poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return 0;
+    // A ready descriptor answers one read(2) at once with what it holds, however much is asked;
+    // at its end or on an error that read gives 0 or -1.
+    return 1 << 30;
 }
 
 void *allocate_zeroed(std::uint64_t bytes)

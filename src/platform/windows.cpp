@@ -2,6 +2,7 @@
 // with PeekNamedPipe for the non-blocking look, the console API for cls, and reserved-then-
 // committed virtual memory for the one large block.
 #include "platform/platform.h"
+#include "platform/system_input.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -46,11 +47,6 @@ double clock_ms_real() { return double(clock_ms()); }
 
 namespace {
 
-// Bytes read from the standard-input handle and not yet taken: stdin_buffer[start, end).
-char stdin_buffer[65536];
-int stdin_start = 0, stdin_end = 0;
-bool stdin_ended = false;
-
 HANDLE input_handle()
 {
     static const HANDLE handle = GetStdHandle(STD_INPUT_HANDLE);
@@ -59,45 +55,16 @@ HANDLE input_handle()
 
 bool valid(HANDLE handle) { return handle != nullptr && handle != INVALID_HANDLE_VALUE; }
 
-// One ReadFile into the free part of the buffer, of at most `most` bytes; false at the end of
-// input or on an error (a pipe whose writer has gone reports ERROR_BROKEN_PIPE; a file or a
-// console at its end reads 0 bytes).
-bool fill_buffer(DWORD most)
-{
-    if (stdin_ended) return false;
-    if (stdin_start == stdin_end) stdin_start = stdin_end = 0;
-    if (stdin_start > 0 && stdin_end == int(sizeof stdin_buffer)) {
-        std::memmove(
-            stdin_buffer, stdin_buffer + stdin_start, std::size_t(stdin_end - stdin_start));
-        stdin_end -= stdin_start;
-        stdin_start = 0;
-    }
-    const DWORD room = DWORD(sizeof stdin_buffer - std::size_t(stdin_end));
-    DWORD got = 0;
-    if (!valid(input_handle())
-        || !ReadFile(
-            input_handle(), stdin_buffer + stdin_end, most < room ? most : room, &got, nullptr)
-        || got == 0) {
-        stdin_ended = true;
-        return false;
-    }
-    stdin_end += int(got);
-    return true;
-}
-
 } // namespace
 
-int stdin_read_line(char *text, int size)
+// A pipe whose writer has gone reports ERROR_BROKEN_PIPE; a file or a console at its end reads 0
+// bytes. Both are the end of input.
+int system_read(char *into, int most)
 {
-    int copied = 0;
-    while (copied < size - 1) {
-        if (stdin_start == stdin_end && !fill_buffer(sizeof stdin_buffer)) break;
-        char c = stdin_buffer[stdin_start++];
-        text[copied++] = c;
-        if (c == '\n') break;
-    }
-    text[copied] = '\0';
-    return copied;
+    DWORD got = 0;
+    if (!valid(input_handle()) || !ReadFile(input_handle(), into, DWORD(most), &got, nullptr))
+        return 0;
+    return int(got);
 }
 
 bool stdin_is_pipe()
@@ -123,22 +90,15 @@ bool poll_due()
 
 } // namespace
 
-int stdin_take_waiting(char *bytes, int most)
+int system_waiting()
 {
-    if (stdin_start == stdin_end) {
-        if (stdin_ended || !poll_due()) return 0;
-        DWORD waiting = 0;
-        // A failing look (a broken pipe, or no pipe at all) reads as nothing waiting; the
-        // command loop sees the end of input once the search is over.
-        if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr) || waiting == 0)
-            return 0;
-        // Exactly what waits, so the read can't block.
-        if (!fill_buffer(waiting)) return 0;
-    }
-    int taken = stdin_end - stdin_start < most ? stdin_end - stdin_start : most;
-    std::memcpy(bytes, stdin_buffer + stdin_start, std::size_t(taken));
-    stdin_start += taken;
-    return taken;
+    if (!poll_due()) return 0;
+    DWORD waiting = 0;
+    // A failing look (a broken pipe, or no pipe at all) reads as nothing waiting; the command
+    // loop sees the end of input once the search is over. Asking for exactly what waits keeps
+    // the read from blocking.
+    if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr)) return 0;
+    return waiting > 0x40000000 ? 0x40000000 : int(waiting);
 }
 
 void *allocate_zeroed(std::uint64_t bytes)
