@@ -116,18 +116,6 @@ TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)
     }
 }
 
-TEST(Compare, CastlingFlagsMatterOnlyForAKingAtHome)
-{
-    // King on e1 with a right: -18; the same with the flags of the other colour set instead: 0.
-    Board b = parse_fen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w - - 0 1");
-    const std::int32_t none = evaluate(b, 1, 0);
-    b.white_oo = 1;
-    EXPECT_EQ(evaluate(b, 1, 0), none - 18);
-    b.white_oo = 0;
-    b.black_ooo = 1;
-    EXPECT_EQ(evaluate(b, 1, 0), none + 18);
-}
-
 // Boards no legal game reaches: the evaluation must read inside its tables (the sanitizer
 // build checks) and give the literal evaluation's figures.
 TEST(BadInput, NoKingsManyKingsManyQueensOverlaps)

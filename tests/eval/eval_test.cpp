@@ -1,12 +1,11 @@
-// The evaluation: the fixed figures of the reference positions, the term report, the start
-// position's totals and the king's cover squares.
+// The evaluation: the fixed figures of the reference positions, the term report and the start
+// position's totals.
 #include <gtest/gtest.h>
 
 #include <map>
 #include <string>
 
 #include "eval/evaluate.h"
-#include "eval/king_safety.h"
 #include "eval/report.h"
 #include "tests/eval/reference_eval.h"
 #include "tests/eval/start_report.h"
@@ -154,25 +153,6 @@ TEST(Frame, StartPositionTotals)
         EXPECT_EQ(scores.total[c], 3924);
     }
     EXPECT_EQ(evaluate(fen(start_fen), 0, 0), 0);
-}
-
-TEST(KingSafety, CoverSquaresAtTheEdges)
-{
-    auto squares = [](std::initializer_list<int> list) {
-        Bitboard set = 0;
-        for (int s : list) set |= square_bit(s);
-        return set;
-    };
-    EXPECT_EQ(pawn_cover[white][g1], squares({ f2, g2, h2, f3, g3, h3 }));
-    EXPECT_EQ(pawn_cover[white][a1], squares({ a2, b2, a3, b3 }));
-    EXPECT_EQ(pawn_cover[white][h7], squares({ g8, h8 }));
-    EXPECT_EQ(pawn_cover[white][d7], squares({ c8, d8, e8 }));
-    EXPECT_EQ(pawn_cover[white][e8], 0u);
-    EXPECT_EQ(pawn_cover[black][g8], squares({ f7, g7, h7, f6, g6, h6 }));
-    EXPECT_EQ(pawn_cover[black][e2], squares({ d1, e1, f1 }));
-    EXPECT_EQ(pawn_cover[black][h1], 0u);
-    EXPECT_EQ(pawn_cover[white][64], 0u);
-    EXPECT_EQ(pawn_cover[black][64], 0u);
 }
 
 } // namespace
