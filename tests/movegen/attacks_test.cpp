@@ -1,9 +1,6 @@
 // Attack tables: the fixed values, and every look-up against a slow walk along the rays.
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cstdint>
-#include <cstdlib>
 #include <random>
 
 #include "movegen/attacks.h"
@@ -80,37 +77,22 @@ TEST(Attacks, CornerCuttingLines)
     }
 }
 
-TEST(Attacks, KingValues)
+// The step tables against every step of one king or knight move that stays on the board.
+TEST(Attacks, KingAndKnightValues)
 {
     EXPECT_EQ(king_attacks[sq("a1")], 0x302ULL);
     EXPECT_EQ(king_attacks[sq("h8")], 0x40C0000000000000ULL);
     EXPECT_EQ(king_attacks[sq("e4")], 0x3828380000ULL);
     for (int s = 0; s < 64; s++) {
-        Bitboard expected = 0;
-        for (int df = -1; df <= 1; df++)
-            for (int dr = -1; dr <= 1; dr++)
-                if (df || dr) expected |= walk(s, df, dr, ~Bitboard(0));
-        EXPECT_EQ(king_attacks[s], expected) << s;
-    }
-}
-
-TEST(Attacks, KnightValues)
-{
-    EXPECT_EQ(knight_attacks[sq("a1")], 0x20400ULL);
-    EXPECT_EQ(knight_attacks[sq("d4")], 0x142200221400ULL);
-    EXPECT_EQ(knight_attacks[sq("h8")], 0x20400000000000ULL);
-    for (int s = 0; s < 64; s++) {
-        const int count = std::popcount(knight_attacks[s]);
-        const int f = square_file(s), r = square_rank(s);
-        const bool corner = (f == 0 || f == 7) && (r == 0 || r == 7);
-        if (corner) { EXPECT_EQ(count, 2) << s; }
-        if (f >= 2 && f <= 5 && r >= 2 && r <= 5) { EXPECT_EQ(count, 8) << s; }
-        // Every jump moves by (1, 2) or (2, 1).
-        for (Bitboard t = knight_attacks[s]; t; t &= t - 1) {
-            const int to = first_square(t);
-            const int df = std::abs(square_file(to) - f), dr = std::abs(square_rank(to) - r);
-            EXPECT_TRUE((df == 1 && dr == 2) || (df == 2 && dr == 1)) << s << " " << to;
-        }
+        Bitboard kings = 0, knights = 0;
+        for (int df = -2; df <= 2; df++)
+            for (int dr = -2; dr <= 2; dr++) {
+                const Bitboard step = walk(s, df, dr, ~Bitboard(0));
+                if (df * df + dr * dr <= 2 && (df || dr)) kings |= step;
+                if (df * df + dr * dr == 5) knights |= step;
+            }
+        EXPECT_EQ(king_attacks[s], kings) << s;
+        EXPECT_EQ(knight_attacks[s], knights) << s;
     }
 }
 
@@ -158,17 +140,14 @@ TEST(Attacks, EveryLineOccupancyMatchesTheWalk)
 
 // The one-look-up rook and bishop reach against the line look-ups: every blocker set on the
 // lines through every square, with random pieces elsewhere (the ends of the lines and the
-// square itself included). The slots of the squares follow one another and fill the table exactly.
+// square itself included). All slots are filled before the first look-up, so slots that
+// overlapped would show here.
 TEST(Attacks, SliderSlotsMatchTheLines)
 {
     std::mt19937_64 random(5150);
-    std::uint32_t next = 0;
     for (const slider_entry *entries : { rook_entries, bishop_entries })
         for (int s = 0; s < 64; s++) {
             const slider_entry &e = entries[s];
-            ASSERT_EQ(e.offset, next) << s;
-            ASSERT_EQ(64 - e.shift, std::uint32_t(std::popcount(e.mask))) << s;
-            next += std::uint32_t(1) << (64 - e.shift);
             const bool rook = entries == rook_entries;
             for_each_subset(e.mask, [&](Bitboard blockers) {
                 const Bitboard occ = blockers | (random() & ~e.mask);
@@ -181,7 +160,6 @@ TEST(Attacks, SliderSlotsMatchTheLines)
                         << s << " " << occ;
             });
         }
-    EXPECT_EQ(next, std::uint32_t(rook_slot_count + bishop_slot_count));
 }
 
 } // namespace
