@@ -58,12 +58,6 @@ class Engine:
         elapsed = self.read_until("elapsed time:", 5)
         return lines[:-1], lines[-1], elapsed[-1]
 
-    def legal_moves(self):
-        """The movlist of the current position, ended by an isready probe."""
-        self.send("movlist\nisready\n")
-        lines = self.read_until("readyok", 30)
-        return [l.strip() for l in lines[:-1]]
-
     def wait(self, timeout):
         try:
             return self.proc.wait(timeout)

