@@ -3,19 +3,17 @@
 // left behind, over fixed and random positions, and quiescence alone from random windows.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
 #include <string>
 
 #include "control/search_limits.h"
-#include "movegen/legal.h"
-#include "position/apply.h"
-#include "position/zobrist.h"
 #include "search/alpha_beta.h"
 #include "search/bench.h"
 #include "search/iterate.h"
 #include "search/ordering.h"
 #include "search/quiescence.h"
+#include "tests/support/helpers.h"
+#include "tests/support/random_boards.h"
 #include "tests/support/search_setup.h"
 
 namespace {
@@ -78,21 +76,12 @@ TEST(Oracle, BenchPositionsSearchAlike)
 // Positions reached by random play from the start, each searched by both.
 TEST(Oracle, RandomPositionsSearchAlike)
 {
-    std::mt19937 rng(2024);
+    std::mt19937_64 rng(2024);
     for (int n = 0; n < random_positions; n++) {
-        set_position("position startpos");
-        std::string moves;
-        const int plies = 4 + int(rng() % 60);
-        for (int i = 0; i < plies; i++) {
-            MoveList list;
-            list.count = 0;
-            generate_moves(current_board, &list);
-            if (list.count == 0) break;
-            char text[8];
-            move_to_text(list.moves[rng() % unsigned(list.count)], text);
-            moves += std::string(" ") + text;
-        }
-        const std::string line = "position startpos moves" + moves;
+        std::vector<Move> moves;
+        random_game(rng, 4 + int(rng() % 60), start_board, &moves);
+        std::string line = "position startpos moves";
+        for (Move m : moves) line.append(" ").append(text_of(m));
         set_position(line.c_str());
         compare_searches(random_depth, line);
     }
@@ -101,22 +90,12 @@ TEST(Oracle, RandomPositionsSearchAlike)
 // Quiescence alone, from random positions and windows.
 TEST(Oracle, QuiescenceScoresAlike)
 {
-    std::mt19937 rng(77);
+    std::mt19937_64 rng(77);
     for (int n = 0; n < 200; n++) {
-        set_position("position startpos");
-        Board board = current_board;
-        const int plies = 6 + int(rng() % 50);
+        std::vector<Move> moves;
+        const Board board = random_game(rng, 6 + int(rng() % 50), start_board, &moves).back();
         // The check bit of the last move played: what a parent hands down as known.
-        std::int32_t check = -1;
-        for (int i = 0; i < plies; i++) {
-            MoveList list;
-            list.count = 0;
-            generate_moves(board, &list);
-            if (list.count == 0) break;
-            const Move m = list.moves[rng() % unsigned(list.count)];
-            apply_move(&board, m);
-            check = (m & move_gives_check) ? 1 : 0;
-        }
+        const std::int32_t check = moves.empty() ? -1 : (moves.back() & move_gives_check) ? 1 : 0;
         const std::int32_t alpha = std::int32_t(rng() % 801) - 400;
         const std::int32_t beta = alpha + 1 + std::int32_t(rng() % 400);
         for (int budget : { 0, 4, 6 }) {
