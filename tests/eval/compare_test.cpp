@@ -55,17 +55,22 @@ TEST(Compare, GarbledBoardsAgreeWithTheLiteralEvaluation)
         expect_same_terms(random_garbage(rng), "garbage " + std::to_string(i));
 }
 
-// The engine's one square test, table-driven, against the literal ray walk.
-TEST(Compare, SquareTestsAgreeWithTheRayWalk)
+// The engine's one square test, table-driven, against the literal ray walk, and the attack maps
+// that the evaluation derives against the square test, on every square.
+TEST(Compare, SquareTestsAndAttackMapsAgreeWithTheRayWalk)
 {
     std::mt19937_64 rng(5);
     for (int i = 0; i < board_count; i++) {
         const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
+        const eval_input in = derive(b);
         for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(attacked_by_white(b, s), reference_attacked(b, white, s))
+            const int by_white = attacked_by_white(b, s), by_black = attacked_by_black(b, s);
+            ASSERT_EQ(by_white, reference_attacked(b, white, s))
                 << "board " << i << " square " << s;
-            ASSERT_EQ(attacked_by_black(b, s), reference_attacked(b, black, s))
+            ASSERT_EQ(by_black, reference_attacked(b, black, s))
                 << "board " << i << " square " << s;
+            ASSERT_EQ(int(in.attacked[white] >> s & 1), by_white) << i << " " << s;
+            ASSERT_EQ(int(in.attacked[black] >> s & 1), by_black) << i << " " << s;
         }
     }
 }
@@ -84,21 +89,6 @@ TEST(Compare, RandomGamesAgreeWithTheLiteralEvaluation)
     EXPECT_GT(phases[opening], 0);
     EXPECT_GT(phases[middlegame], 0);
     EXPECT_GT(phases[ending], 0);
-}
-
-TEST(Compare, AttackMapsAnswerEverySquareAsTheSquareTests)
-{
-    std::mt19937_64 rng(6);
-    for (int i = 0; i < board_count; i++) {
-        const Board b = i % 4 == 3 ? random_garbage(rng) : random_position(rng, 24);
-        const eval_input in = derive(b);
-        const Bitboard white_map = in.attacked[white];
-        const Bitboard black_map = in.attacked[black];
-        for (int s = 0; s < 64; s++) {
-            ASSERT_EQ(int(white_map >> s & 1), attacked_by_white(b, s)) << i << " " << s;
-            ASSERT_EQ(int(black_map >> s & 1), attacked_by_black(b, s)) << i << " " << s;
-        }
-    }
 }
 
 TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)

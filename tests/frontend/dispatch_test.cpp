@@ -103,9 +103,11 @@ TEST(Dispatch, BoardkeyAndPosition)
         run_command(line);
     EXPECT_EQ(key_history_count, 5);
     EXPECT_EQ(current_key, 0x22A48B5A8E47FF78u);
+    // ucinewgame forgets the game, not the board.
     run_command("ucinewgame");
     EXPECT_EQ(key_history_count, 1);
     EXPECT_EQ(current_key, 0x22A48B5A8E47FF78u);
+    EXPECT_EQ(key_history[0], current_key);
     EXPECT_EQ(run_command("position startpos"), "");
     EXPECT_EQ(current_key, 0x463B96181691FC9Cu);
 }

@@ -111,16 +111,6 @@ TEST(Position, FenUpToTheWordMoves)
     EXPECT_EQ(key_history_count, 2);
 }
 
-TEST(Position, UcinewgameForgetsTheGameNotTheBoard)
-{
-    set_position_start("position startpos moves e2e4");
-    Board board = current_board;
-    new_game();
-    EXPECT_EQ(current_board, board);
-    EXPECT_EQ(key_history_count, 1);
-    EXPECT_EQ(key_history[0], full_key(&board));
-}
-
 TEST(Position, RepetitionsWithinOneCommand)
 {
     set_position_start("position startpos moves g1f3 g8f6 f3g1 f6g8 g1f3 g8f6 f3g1 f6g8");
