@@ -106,21 +106,14 @@ TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)
     }
 }
 
-// Boards no legal game reaches: the evaluation must read inside its tables (the sanitizer
-// build checks) and give the literal evaluation's figures.
-TEST(BadInput, NoKingsManyKingsManyQueensOverlaps)
+// The extremes of the garbled boards above (missing and extra kings and overlapping sets come up
+// there on every run): the evaluation must read inside its tables (the sanitizer build checks)
+// and give the literal evaluation's figures.
+TEST(BadInput, EmptyFullAndCrowdedBoards)
 {
     Board empty {};
     expect_same_terms(empty, "empty");
     EXPECT_EQ(evaluate(empty, 1, 0), 0);
-
-    Board no_white_king = parse_fen("4k3/8/8/8/8/8/8/8 w - - 0 1");
-    expect_same_terms(no_white_king, "no white king");
-    Board no_black_king = parse_fen("8/8/8/8/8/8/PPPPPPPP/RNBQKBNR w KQ - 0 1");
-    expect_same_terms(no_black_king, "no black king");
-
-    Board kings = parse_fen("kkkkkkkk/8/8/8/8/8/8/KKKKKKKK w KQkq - 0 1");
-    expect_same_terms(kings, "sixteen kings");
 
     Board queens = parse_fen("QQQQQQQQ/QQQQQQQQ/QQQQ4/8/8/8/8/4K2k w - - 0 1");
     expect_same_terms(queens, "twenty queens");
@@ -131,12 +124,6 @@ TEST(BadInput, NoKingsManyKingsManyQueensOverlaps)
     full.black_rooks = full.black_knights = full.black_bishops = full.black_queens = full.black_king
         = full.black_pawns = ~Bitboard(0);
     expect_same_terms(full, "every set full");
-
-    Board overlap = parse_fen("rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1");
-    overlap.white_queens |= overlap.black_rooks | overlap.white_rooks;
-    overlap.black_pawns |= overlap.white_pawns;
-    overlap.white_pawns |= 0xFF | 0xFF00000000000000; // pawns on the first and last ranks
-    expect_same_terms(overlap, "overlapping sets");
 
     // The report path too: printed in full whatever the board.
     testing::internal::CaptureStdout();
