@@ -43,26 +43,16 @@ bool stdin_is_pipe()
     return S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode);
 }
 
-namespace {
-
-// True when the coarse clock has moved on since the descriptor was last asked. The coarse clock
-// is read from memory shared with the kernel, without a system call.
-bool poll_due()
+std::uint64_t coarse_tick()
 {
-    static long last_tick = -1;
+    // The coarse clock is read from memory shared with the kernel, without a system call.
     timespec now;
     clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    const long tick = long(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-    if (tick == last_tick) return false;
-    last_tick = tick;
-    return true;
+    return std::uint64_t(now.tv_sec) * 1000 + std::uint64_t(now.tv_nsec) / 1000000;
 }
-
-} // namespace
 
 int system_waiting()
 {
-    if (!poll_due()) return 0;
     pollfd ready = { 0, POLLIN, 0 };
     if (poll(&ready, 1, 0) <= 0 || !(ready.revents & (POLLIN | POLLHUP | POLLERR))) return 0;
     // A ready descriptor answers one read(2) at once with what it holds, however much is asked;

@@ -35,6 +35,16 @@ bool fill_buffer(int most)
     return true;
 }
 
+// True when the coarse clock has moved on since the input was last looked into.
+bool look_due()
+{
+    static std::uint64_t last_tick = ~std::uint64_t(0);
+    const std::uint64_t tick = coarse_tick();
+    if (tick == last_tick) return false;
+    last_tick = tick;
+    return true;
+}
+
 } // namespace
 
 int stdin_read_line(char *text, int size)
@@ -53,7 +63,7 @@ int stdin_read_line(char *text, int size)
 int stdin_take_waiting(char *bytes, int most)
 {
     if (stdin_start == stdin_end) {
-        if (stdin_ended) return 0;
+        if (stdin_ended || !look_due()) return 0;
         const int waiting = system_waiting();
         if (waiting <= 0 || !fill_buffer(waiting)) return 0;
     }

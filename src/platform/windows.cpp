@@ -74,25 +74,15 @@ bool stdin_is_pipe()
     return (GetFileType(handle) & ~DWORD(FILE_TYPE_REMOTE)) == FILE_TYPE_PIPE;
 }
 
-namespace {
-
-// True when the tick count has moved on since the pipe was last asked. GetTickCount64 reads
-// memory the system keeps up to date, without a call into the kernel; its grain is 10 to 16 ms,
-// which bounds how late a `stop` is seen.
-bool poll_due()
+std::uint64_t coarse_tick()
 {
-    static ULONGLONG last_tick = ~ULONGLONG(0);
-    const ULONGLONG tick = GetTickCount64();
-    if (tick == last_tick) return false;
-    last_tick = tick;
-    return true;
+    // GetTickCount64 reads memory the system keeps up to date, without a call into the kernel;
+    // its grain is 10 to 16 ms, which bounds how late a `stop` is seen.
+    return GetTickCount64();
 }
-
-} // namespace
 
 int system_waiting()
 {
-    if (!poll_due()) return 0;
     DWORD waiting = 0;
     // A failing look (a broken pipe, or no pipe at all) reads as nothing waiting; the command
     // loop sees the end of input once the search is over. Asking for exactly what waits keeps
