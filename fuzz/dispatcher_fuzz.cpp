@@ -6,17 +6,18 @@
 // ends the line's text where it stands, as it does for the dispatcher. Empty lines are skipped.
 //
 // What one input may cost is capped here, before each line reaches the dispatcher; the engine is
-// not changed. In a line whose first word is `go` (words cut at blanks, as the engine cuts them),
-// a value after `depth` that reads (as the engine reads numbers) above 1 is lowered to 1; when the
-// line so rewritten would still search deeper than 1 (no limit word, a clock, or a move time
-// alone), " depth 1" is appended. With a clock that makes it a search to depth 1 without the
-// clock; with a move time, to depth 1 or that time, whichever ends first. Clock and move time
-// values stay as written. So no search goes deeper than 1: the root's move loop and the whole
-// capture search under it still run, which is where garbled boards cost, and inputs run about
-// four times faster than at depth 2 (deeper searches on sound boards are the test suite's). A
-// `perft` depth above 2 is lowered to 2; a go line too long for the added words to be read is
-// skipped. At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped.
-// `quit` is dispatched like any line; its answer is ignored, so it does not end the process.
+// not changed. In a line whose first word is `go` (words cut at blanks, each limit word taking the
+// next word as its value, as the engine reads them), a `depth` value above 1 is lowered to 1 and
+// a `movetime` value above 5 to 5; then " depth 1" is appended when the line would still search
+// deeper than 1 (no limit word, a clock, or a move time alone), and " movetime 5" when it would
+// still search without a time limit or a longer one (a depth alone, or a clock, whose budget a
+// move time replaces). So every search stops at depth 1 or after 5 ms, whichever comes first:
+// the root's move loop and the whole capture search under it still run, and the time limit ends
+// the capture searches that explode on crowded garbled boards (two seconds and more each before).
+// Those few searches end by the clock, so their coverage can vary from run to run. A `perft`
+// depth above 2 is lowered to 2; a go line too long for the added words to be read is skipped.
+// At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped. `quit` is
+// dispatched like any line; its answer is ignored, so it does not end the process.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,7 +32,7 @@
 
 namespace {
 
-constexpr int max_depth = 1;
+constexpr int max_depth = 1, max_movetime = 5;
 constexpr int max_perft = 2, max_runs = 4;
 
 // The blank-separated words of `line` with where each starts, as next_token cuts them.
@@ -69,26 +70,37 @@ void cap_values(std::string &line, const std::vector<word> &words,
     }
 }
 
-// Returns false when the line can't be held to max_depth.
+// Returns false when the line can't be held to max_depth and max_movetime.
 bool cap_go(std::string &line)
 {
     const std::vector<word> words = words_of(line);
     std::vector<std::pair<std::size_t, int>> caps;
     for (std::size_t i = 1; i + 1 < words.size(); i++) {
         const std::string name = text_of(line, words[i]);
-        if (name != "depth") continue;
-        caps.push_back({ i + 1, max_depth }); // the value word, which the engine also skips
-        i++;
+        // Every limit word takes the next word as its value, as the engine reads them.
+        for (const char *limit :
+            { "depth", "movetime", "wtime", "btime", "winc", "binc", "movestogo" })
+            if (name == limit) {
+                if (name == "depth") caps.push_back({ i + 1, max_depth });
+                if (name == "movetime") caps.push_back({ i + 1, max_movetime });
+                i++;
+                break;
+            }
     }
     cap_values(line, words, caps);
     std::int32_t depth, time_ms, active;
     parse_go(line.c_str(), &depth, &time_ms, &active);
-    if (depth <= max_depth) return true;
-    line += " depth " + std::to_string(max_depth);
+    if (depth > max_depth) {
+        line += " depth " + std::to_string(max_depth);
+        parse_go(line.c_str(), &depth, &time_ms, &active);
+    }
+    if (!active || time_ms > max_movetime) {
+        line += " movetime " + std::to_string(max_movetime);
+        parse_go(line.c_str(), &depth, &time_ms, &active);
+    }
     // The engine reads only the first 4095 characters of a go line: past them the words added
     // are not seen, and the line is not run.
-    parse_go(line.c_str(), &depth, &time_ms, &active);
-    return depth <= max_depth;
+    return depth <= max_depth && active && time_ms <= max_movetime;
 }
 
 void cap_perft(std::string &line)
