@@ -6,18 +6,17 @@
 // ends the line's text where it stands, as it does for the dispatcher. Empty lines are skipped.
 //
 // What one input may cost is capped here, before each line reaches the dispatcher; the engine is
-// not changed. In a line whose first word is `go` (words cut at blanks, each limit word taking the
-// next word as its value, as the engine reads them), a `depth` value above 1 is lowered to 1 and
-// a `movetime` value above 5 to 5; then " depth 1" is appended when the line would still search
-// deeper than 1 (no limit word, a clock, or a move time alone), and " movetime 5" when it would
-// still search without a time limit or a longer one (a depth alone, or a clock, whose budget a
-// move time replaces). So every search stops at depth 1 or after 5 ms, whichever comes first:
-// the root's move loop and the whole capture search under it still run, and the time limit ends
-// the capture searches that explode on crowded garbled boards (two seconds and more each before).
-// Those few searches end by the clock, so their coverage can vary from run to run. A `perft`
-// depth above 2 is lowered to 2; a go line too long for the added words to be read is skipped.
-// At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped. `quit` is
-// dispatched like any line; its answer is ignored, so it does not end the process.
+// not changed. A line whose first word is `go` gets " depth 1" at its end when, as the engine
+// reads it, it would search deeper than 1 (no limit word, a clock, or a move time alone), then
+// " movetime 5" when it would search without a time limit or a longer one (a depth alone, or a
+// clock, whose budget a move time replaces); the engine keeps the later of two values of a word,
+// so the added ones hold. Every search thus stops at depth 1 or after 5 ms, whichever comes
+// first: the root's move loop and the whole capture search under it still run, and the time
+// limit ends the capture searches that explode on crowded garbled boards (two seconds and more
+// each before). Those few searches end by the clock, so their coverage can vary from run to run.
+// A go line whose added words the engine would not read is skipped. A `perft` depth above 2 is
+// lowered to 2. At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped.
+// `quit` is dispatched like any line; its answer is ignored, so it does not end the process.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -59,54 +58,37 @@ std::string text_of(const std::string &line, const word &w)
     return line.substr(w.start, w.length);
 }
 
-// Replaces, from the last to the first, every value word found above its bound with the bound.
-void cap_values(std::string &line, const std::vector<word> &words,
-    const std::vector<std::pair<std::size_t, int>> &caps)
+// Appends `words` to a go line whose limits, as the engine reads them, are not yet within the
+// bounds: of two values of one limit word the engine keeps the later, so the added words win.
+void append_limit(std::string &line, const std::string &words, std::int32_t &depth,
+    std::int32_t &time_ms, std::int32_t &active)
 {
-    for (auto it = caps.rbegin(); it != caps.rend(); ++it) {
-        const word &w = words[it->first];
-        if (text_to_int(text_of(line, w).c_str()) > it->second)
-            line.replace(w.start, w.length, std::to_string(it->second));
-    }
+    line += words;
+    parse_go(line.c_str(), &depth, &time_ms, &active);
 }
 
 // Returns false when the line can't be held to max_depth and max_movetime.
 bool cap_go(std::string &line)
 {
-    const std::vector<word> words = words_of(line);
-    std::vector<std::pair<std::size_t, int>> caps;
-    for (std::size_t i = 1; i + 1 < words.size(); i++) {
-        const std::string name = text_of(line, words[i]);
-        // Every limit word takes the next word as its value, as the engine reads them.
-        for (const char *limit :
-            { "depth", "movetime", "wtime", "btime", "winc", "binc", "movestogo" })
-            if (name == limit) {
-                if (name == "depth") caps.push_back({ i + 1, max_depth });
-                if (name == "movetime") caps.push_back({ i + 1, max_movetime });
-                i++;
-                break;
-            }
-    }
-    cap_values(line, words, caps);
     std::int32_t depth, time_ms, active;
     parse_go(line.c_str(), &depth, &time_ms, &active);
-    if (depth > max_depth) {
-        line += " depth " + std::to_string(max_depth);
-        parse_go(line.c_str(), &depth, &time_ms, &active);
-    }
-    if (!active || time_ms > max_movetime) {
-        line += " movetime " + std::to_string(max_movetime);
-        parse_go(line.c_str(), &depth, &time_ms, &active);
-    }
-    // The engine reads only the first 4095 characters of a go line: past them the words added
-    // are not seen, and the line is not run.
+    if (depth > max_depth)
+        append_limit(line, " depth " + std::to_string(max_depth), depth, time_ms, active);
+    if (!active || time_ms > max_movetime)
+        append_limit(line, " movetime " + std::to_string(max_movetime), depth, time_ms, active);
+    // The engine reads only the first 4095 characters of a go line, and a limit word ending the
+    // line takes the first added word as its value: then the words added are not all seen, and
+    // the line is not run.
     return depth <= max_depth && active && time_ms <= max_movetime;
 }
 
 void cap_perft(std::string &line)
 {
     const std::vector<word> words = words_of(line);
-    if (words.size() >= 2) cap_values(line, words, { { 1, max_perft } });
+    if (words.size() < 2) return;
+    const word &value = words[1];
+    if (text_to_int(text_of(line, value).c_str()) > max_perft)
+        line.replace(value.start, value.length, std::to_string(max_perft));
 }
 
 } // namespace
