@@ -45,6 +45,23 @@ std::int32_t score_after(const Board &board, Move move)
     return evaluate(child, board.white_to_move, 0);
 }
 
+// The evaluations after moves[0..n), from the side of the mover, into keys; from a frame of
+// `board` when asked and there are two moves or more, so that the frame pays for itself.
+void score_children(
+    const Board &board, const Move *moves, std::int32_t *keys, int n, child_scoring scoring)
+{
+    if (scoring == child_scoring::from_nothing || n < 2) {
+        for (int i = 0; i < n; i++) keys[i] = score_after(board, moves[i]);
+        return;
+    }
+    frame_position(board);
+    for (int i = 0; i < n; i++) {
+        Board child = board;
+        apply_move(&child, moves[i]);
+        keys[i] = evaluate_child(child, board.white_to_move);
+    }
+}
+
 struct bucket {
     Move moves[max_moves];
     std::int32_t keys[max_moves];
@@ -66,8 +83,8 @@ void clear_counters()
     std::memset(cutoff_counts, 0, sizeof cutoff_counts);
 }
 
-void order_moves(
-    int ply, const Board &board, MoveList *list, std::uint64_t key, std::int32_t *child_evals)
+void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
+    std::int32_t *child_evals, child_scoring scoring)
 {
     const int row = counter_row(ply);
     HashEntry entry;
@@ -97,9 +114,10 @@ void order_moves(
         } else if (cutoff_counts[row][from][to] > 0) {
             second.add(m, std::int32_t(6000 + cutoff_counts[row][from][to]));
         } else {
-            other.add(m, score_after(board, m));
+            other.add(m, 0); // scored below, all together
         }
     }
+    score_children(board, other.moves, other.keys, other.count, scoring);
 
     int n = 0;
     if (has_pv) list->moves[n++] = found_pv;
@@ -116,7 +134,8 @@ void order_moves(
     }
 }
 
-void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals)
+void order_by_evaluation(
+    const Board &board, MoveList *list, std::int32_t *child_evals, child_scoring scoring)
 {
     if (list->count < 2) {
         if (child_evals && list->count == 1) child_evals[0] = unknown_eval;
@@ -124,7 +143,7 @@ void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child
     }
     std::int32_t local[max_moves];
     std::int32_t *keys = child_evals ? child_evals : local;
-    for (int i = 0; i < list->count; i++) keys[i] = score_after(board, list->moves[i]);
+    score_children(board, list->moves, keys, list->count, scoring);
     sort_by_keys(list->moves, keys, list->count);
 }
 
