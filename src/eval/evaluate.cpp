@@ -243,62 +243,60 @@ std::int32_t white_view(const Board &board)
     return white_view<ending>(in);
 }
 
+// One position's evaluation kept whole, from which the positions a move away are scored: its
+// facts (with its own copy of the pawn-and-king figures,
+// since the cache slot may be taken by another structure meanwhile), the figures of each piece
+// kind and every term. One frame at a time: the orderings that use it score all the children
+// of a node before any of them is searched.
+struct frame {
+    eval_input in; // with the twelve sets
+    kind_figures kinds[2][kind_count];
+    term_values terms;
+};
+frame the_frame;
+
 // A piece kind's figures are the parent's when its set is the same and none of its attack sets
 // meets a square where any set differs: such a set has the same blockers and the same own and
-// enemy pieces in it. Otherwise the kind is counted again.
+// enemy pieces in it. Otherwise the kind is counted again. Rook reaches are copied when the
+// connection term needs them and the rooks kept their figures.
 template <int us, piece_kind kind>
-kind_figures child_kind(eval_input &in, Bitboard set, int code, const eval_frame &parent,
-    Bitboard differ, unsigned changed, bool &counted)
+kind_figures child_kind(eval_input &in, Bitboard set, int code, const frame &f, Bitboard differ,
+    unsigned changed, bool &counted)
 {
-    const kind_figures &was = parent.kinds[us][kind];
-    counted = (changed & set_bit(us, code)) || (was.reach & differ);
-    if (!counted) return was;
+    const kind_figures &parent = f.kinds[us][kind];
+    counted = (changed & set_bit(us, code)) || (parent.reach & differ);
+    if (!counted) return parent;
     return kind_look_up<kind>(
         set, in.all, in.pieces[us], in.pieces[1 - us], in.activity[us].rook_reach);
 }
 
-// The child's attack figures and map of one colour, into its frame. Rook reaches that were not
-// looked up again are the parent's.
 template <int us>
-void child_attacks(eval_frame &c, const eval_frame &parent, Bitboard differ, unsigned &changed)
+void child_attacks(eval_input &in, const frame &f, Bitboard differ, unsigned &changed)
 {
-    eval_input &in = c.in;
-    kind_figures *k = c.kinds[us];
+    kind_figures k[kind_count];
     bool counted;
     k[knight_kind]
-        = child_kind<us, knight_kind>(in, in.knights[us], knight, parent, differ, changed, counted);
+        = child_kind<us, knight_kind>(in, in.knights[us], knight, f, differ, changed, counted);
     k[bishop_kind]
-        = child_kind<us, bishop_kind>(in, in.bishops[us], bishop, parent, differ, changed, counted);
+        = child_kind<us, bishop_kind>(in, in.bishops[us], bishop, f, differ, changed, counted);
     k[queen_kind]
-        = child_kind<us, queen_kind>(in, in.queens[us], queen, parent, differ, changed, counted);
-    k[rook_kind]
-        = child_kind<us, rook_kind>(in, in.rooks[us], rook, parent, differ, changed, counted);
+        = child_kind<us, queen_kind>(in, in.queens[us], queen, f, differ, changed, counted);
+    k[rook_kind] = child_kind<us, rook_kind>(in, in.rooks[us], rook, f, differ, changed, counted);
     if (counted)
         changed |= rook_reach_bit(us);
-    else
-        std::copy_n(parent.in.activity[us].rook_reach,
-            std::min(in.rook_count[us], rook_reach_count), in.activity[us].rook_reach);
+    else if (changed & set_bit(us, queen))
+        std::copy_n(f.in.activity[us].rook_reach, std::min(in.rook_count[us], rook_reach_count),
+            in.activity[us].rook_reach);
     in.attacked[us] = in.pawn_king.attacked[us] | gather_activity(in.activity[us], k);
 }
 
-// A frame's terms, each family that counts in its phase worked out: all of them, or with
-// `every` false only those whose inputs are in `changed`, the others kept as they are.
-template <bool every> void frame_terms(eval_frame &f, unsigned changed = 0)
+// The child's terms: the frame's, with each family worked out again whose inputs differ.
+template <int phase>
+std::int32_t child_white_view(const eval_input &in, const frame &f, unsigned changed)
 {
-    if (f.in.phase == opening)
-        fill_terms<opening, every>(f.in, f.terms, changed);
-    else if (f.in.phase == middlegame)
-        fill_terms<middlegame, every>(f.in, f.terms, changed);
-    else
-        fill_terms<ending, every>(f.in, f.terms, changed);
-}
-
-std::int32_t frame_score(const eval_frame &f, int side)
-{
-    const std::int32_t score = f.in.phase == opening ? weighed_difference<opening>(f.terms)
-        : f.in.phase == middlegame                   ? weighed_difference<middlegame>(f.terms)
-                                                     : weighed_difference<ending>(f.terms);
-    return side ? score : -score;
+    term_values terms = f.terms;
+    fill_terms<phase, false>(in, terms, changed);
+    return weighed_difference<phase>(terms);
 }
 
 } // namespace
@@ -324,66 +322,58 @@ breakdown evaluate_terms(const Board &board)
 
 } // namespace eval
 
-void frame_position(const Board &board, eval_frame &f)
+void frame_position(const Board &board)
 {
     using namespace eval;
+    frame &f = the_frame;
     derive_sets(board, f.in);
     f.in.pawn_king = pawn_king_of(f.in);
     f.in.attacked[white] = attacked_squares<white>(f.in, f.kinds[white]);
     f.in.attacked[black] = attacked_squares<black>(f.in, f.kinds[black]);
-    frame_terms<true>(f);
+    if (f.in.phase == opening)
+        fill_terms<opening>(f.in, f.terms);
+    else if (f.in.phase == middlegame)
+        fill_terms<middlegame>(f.in, f.terms);
+    else
+        fill_terms<ending>(f.in, f.terms);
 }
 
-bool is_frame_of(const eval_frame &f, const Board &b)
+std::int32_t evaluate_child(const Board &child, int side)
 {
     using namespace eval;
-    const eval_input &in = f.in;
-    return in.pawns[white] == b.white_pawns && in.rooks[white] == b.white_rooks
-        && in.knights[white] == b.white_knights && in.bishops[white] == b.white_bishops
-        && in.kings[white] == b.white_king && in.queens[white] == b.white_queens
-        && in.pawns[black] == b.black_pawns && in.rooks[black] == b.black_rooks
-        && in.knights[black] == b.black_knights && in.bishops[black] == b.black_bishops
-        && in.kings[black] == b.black_king && in.queens[black] == b.black_queens
-        && in.castling[white] == (b.white_oo || b.white_ooo)
-        && in.castling[black] == (b.black_oo || b.black_ooo);
-}
-
-std::int32_t evaluate_child(
-    const eval_frame &parent, const Board &child, int side, eval_frame *child_frame)
-{
-    using namespace eval;
-    eval_frame local;
-    eval_frame &c = child_frame ? *child_frame : local;
-    eval_input &in = c.in;
-    derive_sets(child, in);
-    // A child in another phase weighs other terms and other values: worked out from nothing.
-    const eval_input &was = parent.in;
-    if (in.phase != was.phase) {
-        frame_position(child, c);
-        return frame_score(c, side);
-    }
+    const frame &f = the_frame;
     // The sets by colour and code - 1, as set_bit numbers them.
+    const eval_input &was = f.in;
     const Bitboard moved[12]
-        = { was.pawns[white] ^ in.pawns[white], was.rooks[white] ^ in.rooks[white],
-              was.knights[white] ^ in.knights[white], was.bishops[white] ^ in.bishops[white],
-              was.kings[white] ^ in.kings[white], was.queens[white] ^ in.queens[white],
-              was.pawns[black] ^ in.pawns[black], was.rooks[black] ^ in.rooks[black],
-              was.knights[black] ^ in.knights[black], was.bishops[black] ^ in.bishops[black],
-              was.kings[black] ^ in.kings[black], was.queens[black] ^ in.queens[black] };
+        = { was.pawns[white] ^ child.white_pawns, was.rooks[white] ^ child.white_rooks,
+              was.knights[white] ^ child.white_knights, was.bishops[white] ^ child.white_bishops,
+              was.kings[white] ^ child.white_king, was.queens[white] ^ child.white_queens,
+              was.pawns[black] ^ child.black_pawns, was.rooks[black] ^ child.black_rooks,
+              was.knights[black] ^ child.black_knights, was.bishops[black] ^ child.black_bishops,
+              was.kings[black] ^ child.black_king, was.queens[black] ^ child.black_queens };
     unsigned changed = 0;
     Bitboard differ = 0; // every square where some set differs
     for (int i = 0; i < 12; i++) {
         differ |= moved[i];
-        if (moved[i]) changed |= 1u << i;
+        changed |= unsigned(moved[i] != 0) << i;
     }
+    eval_input in;
+    derive_sets(child, in);
+    // A child in another phase weighs other terms and other values: scored from nothing.
+    if (in.phase != f.in.phase) return evaluate(child, side, 0);
     for (int us = white; us <= black; us++)
-        if (in.castling[us] != was.castling[us]) changed |= castling_bit(us);
-    in.pawn_king = changed & pawn_king_sets ? pawn_king_of(in) : was.pawn_king;
-    child_attacks<white>(c, parent, differ, changed);
-    child_attacks<black>(c, parent, differ, changed);
-    c.terms = parent.terms;
-    frame_terms<false>(c, changed);
-    return frame_score(c, side);
+        if (in.castling[us] != f.in.castling[us]) changed |= castling_bit(us);
+    in.pawn_king = changed & pawn_king_sets ? pawn_king_of(in) : f.in.pawn_king;
+    child_attacks<white>(in, f, differ, changed);
+    child_attacks<black>(in, f, differ, changed);
+    std::int32_t score;
+    if (in.phase == opening)
+        score = child_white_view<opening>(in, f, changed);
+    else if (in.phase == middlegame)
+        score = child_white_view<middlegame>(in, f, changed);
+    else
+        score = child_white_view<ending>(in, f, changed);
+    return side ? score : -score;
 }
 
 namespace {

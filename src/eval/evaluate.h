@@ -18,6 +18,13 @@
 // The board is read in place, never changed.
 std::int32_t evaluate(const Board &board, int side, int report);
 
+// Scoring the children of one position: frame_position keeps what the evaluation of `board`
+// finds, and evaluate_child(child, side) then gives exactly evaluate(child, side, 0) for any
+// board, working out again only what differs from the framed position; the fewer sets a move
+// changes, the less. One frame at a time: framing another position replaces it.
+void frame_position(const Board &board);
+std::int32_t evaluate_child(const Board &child, int side);
+
 namespace eval {
 
 // Everything one call works out: the phase, every term of both colours before its weight (zero
@@ -31,25 +38,3 @@ struct breakdown {
 breakdown evaluate_terms(const Board &board);
 
 } // namespace eval
-
-// One position's evaluation kept whole, from which the positions a move away are scored: its
-// facts (with its own copy of the pawn-and-king figures, since the cache slot may be taken by
-// another structure meanwhile), the figures of each piece kind and every term. What a frame
-// holds depends on the twelve sets and the castling flags alone.
-struct eval_frame {
-    eval::eval_input in;
-    eval::kind_figures kinds[2][eval::kind_count];
-    eval::term_values terms;
-};
-
-// Writes the frame of `board`.
-void frame_position(const Board &board, eval_frame &frame);
-
-// Whether `frame` holds what frame_position would write for `board`.
-bool is_frame_of(const eval_frame &frame, const Board &board);
-
-// Exactly evaluate(child, side, 0), for any board, from the frame of another position: what
-// differs from it is worked out again, the rest is taken over, so the fewer sets differ the
-// less work. The child's own frame goes to `child_frame` when it isn't null.
-std::int32_t evaluate_child(
-    const eval_frame &parent, const Board &child, int side, eval_frame *child_frame = nullptr);

@@ -145,29 +145,6 @@ struct piece_activity {
     Bitboard rook_reach[rook_reach_count]; // entries past the rook count are left unset
 };
 
-// Running figures over the attack sets of one piece kind, walked in a fixed order. Mobility
-// counts the own pieces in the sets (defended pieces, in effect), Attack the enemy pieces.
-// The free figure takes each set's size less the running counts of all sets of the kind so
-// far, so earlier blockers are charged again at every later set: it depends on the order of
-// the sets and is negative in crowded positions.
-struct set_counts {
-    std::int32_t own, enemy, free;
-
-    void add(Bitboard set, Bitboard own_pieces, Bitboard enemy_pieces)
-    {
-        own += square_count(set & own_pieces);
-        enemy += square_count(set & enemy_pieces);
-        free += square_count(set) - own - enemy;
-    }
-};
-
-// What one colour's pieces of one kind see: the running figures and the union of their sets.
-struct kind_figures {
-    set_counts counts;
-    Bitboard reach;
-};
-enum piece_kind : int { knight_kind, bishop_kind, rook_kind, queen_kind, kind_count };
-
 // The figures that depend on the pawns and the kings of both colours and on nothing else, worked
 // out once for each such structure and cached (evaluate.cpp). Indexed by colour.
 struct pawn_king_facts {

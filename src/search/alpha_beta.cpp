@@ -112,14 +112,8 @@ template <Shortcuts s> bool null_move_fails_high(const Board &board, const Node 
 // draw by repetition or by the fifty-move count scores 0 unsearched.
 template <Shortcuts s>
 std::int32_t search_move(const Board &board, const Node &node, Move m, int index,
-    std::int32_t new_depth, bool reducible, std::int32_t child_eval, const eval_frame *child_frame)
+    std::int32_t new_depth, bool reducible, std::int32_t child_eval)
 {
-    // Every search of the child gets its frame anew: the one before may have handed others down.
-    const auto search = [&](std::int32_t d, std::int32_t a, std::int32_t b, std::uint64_t child_key,
-                            const Board &child, std::int32_t check) {
-        if constexpr (s.framed_children) hand_down_frame(child_frame);
-        return -alpha_beta_with<s>(child, d, a, b, child_key, node.ply, child_eval, check);
-    };
     Board child = board;
     std::uint64_t child_key = node.key;
     apply_move_keyed(&child, m, &child_key);
@@ -130,19 +124,23 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
         const std::int32_t check = !s.check_bit ? -1 : (m & move_gives_check) ? 1 : 0;
         const std::int32_t alpha = node.cur_alpha, beta = node.cur_beta;
         if (index == 0) {
-            score = search(d, -beta, -alpha, child_key, child, check);
+            score = -alpha_beta_with<s>(
+                child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
         } else {
             bool full = true;
             // A late quiet move is first tried one ply shallower, with a null window.
             if (reducible && index > 2) {
                 const std::int32_t reduced = new_depth - 1 > 0 ? new_depth - 1 : 0;
-                score = search(reduced, -alpha - 1, -alpha, child_key, child, check);
+                score = -alpha_beta_with<s>(
+                    child, reduced, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
                 full = score > alpha;
             }
             if (full) {
-                score = search(d, -alpha - 1, -alpha, child_key, child, check);
+                score = -alpha_beta_with<s>(
+                    child, d, -alpha - 1, -alpha, child_key, node.ply, child_eval, check);
                 if (alpha < score && score < beta)
-                    score = search(d, -beta, -alpha, child_key, child, check);
+                    score = -alpha_beta_with<s>(
+                        child, d, -beta, -alpha, child_key, node.ply, child_eval, check);
             }
         }
     }
@@ -168,13 +166,10 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
     // other side: they are handed down rather than worked out again.
     std::int32_t child_evals[max_moves];
     std::int32_t *evals = s.hand_down_evals ? child_evals : nullptr;
-    const frame_scope scope; // the frames written here last until the loop ends
-    const eval_frame *child_frames[max_moves];
-    const eval_frame **frames = s.framed_children ? child_frames : nullptr;
     if (node.depth > 1)
-        order_moves(node.ply, board, list, node.key, evals, scoring<s>(), frames);
+        order_moves(node.ply, board, list, node.key, evals, scoring<s>());
     else
-        order_by_evaluation(board, list, evals, scoring<s>(), frames);
+        order_by_evaluation(board, list, evals, scoring<s>());
 
     // Step 13. Futility: far below alpha, quiet moves late in the list are not tried.
     int prune_from = no_pruning;
@@ -193,8 +188,7 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
             = node.depth > 2 && node.ply > 0 && !node.in_check && !passed_ext && quiet;
         std::int32_t score
             = search_move<s>(board, node, m, i, node.depth - 1 + check_ext + passed_ext, reducible,
-                s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval,
-                s.framed_children ? child_frames[i] : nullptr);
+                s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval);
         if (node.opening_root) score += opening_steering(board, m);
 
         // Step 15. A new best; a cut-off ends the loop.

@@ -2,7 +2,6 @@
 // stable, so moves of equal key stay in the order the generator gave them.
 #include "search/ordering.h"
 
-#include <algorithm>
 #include <cstring>
 #include <initializer_list>
 
@@ -23,44 +22,19 @@ int counter_row(int ply) { return ply < 0 ? 0 : ply >= counter_plies ? counter_p
 Move pv_move_at(int row) { return row < pv_length[0] ? pv_cell(0, row) : 0; }
 
 // Sorts moves[0..n) by keys, descending: a move passes an earlier one only on a greater key.
-// The frames, when given, move with their moves.
-void sort_by_keys(Move *moves, std::int32_t *keys, int n, const eval_frame **frames = nullptr)
+void sort_by_keys(Move *moves, std::int32_t *keys, int n)
 {
     for (int i = 1; i < n; i++) {
         const Move m = moves[i];
         const std::int32_t k = keys[i];
-        const eval_frame *f = frames ? frames[i] : nullptr;
         int j = i;
         for (; j > 0 && keys[j - 1] < k; j--) {
             moves[j] = moves[j - 1];
             keys[j] = keys[j - 1];
-            if (frames) frames[j] = frames[j - 1];
         }
         moves[j] = m;
         keys[j] = k;
-        if (frames) frames[j] = f;
     }
-}
-
-// The frames of the orderings: each node's own and its children's, on a stack that a node's
-// frame_scope gives back when the node returns. A child's frame is handed down through
-// `handed_frame`, which the child checks against its board before it uses it, so a stale or
-// missing hand-down only costs the child a frame of its own. When the stack is full, children
-// are scored without frames of their own, and a node without room for its own frame scores its
-// children from nothing.
-constexpr int frame_stack_size = 4096;
-eval_frame frame_stack[frame_stack_size];
-int frame_top = 0;
-const eval_frame *handed_frame = nullptr;
-
-// The frame of `board`: the one handed down when it is this board's, else a new one.
-const eval_frame *frame_for(const Board &board)
-{
-    if (handed_frame && is_frame_of(*handed_frame, board)) return handed_frame;
-    if (frame_top == frame_stack_size) return nullptr;
-    eval_frame &f = frame_stack[frame_top++];
-    frame_position(board, f);
-    return &f;
 }
 
 // The evaluation after `move`, from the side of the mover.
@@ -71,26 +45,20 @@ std::int32_t score_after(const Board &board, Move move)
     return evaluate(child, board.white_to_move, 0);
 }
 
-// The evaluations after moves[0..n), from the side of the mover, into keys; from the frame of
-// `board` when asked and there are two moves or more, so that a new frame pays for itself.
-// The children's frames, or null, go to `frames` when it isn't null.
-void score_children(const Board &board, const Move *moves, std::int32_t *keys, int n,
-    child_scoring scoring, const eval_frame **frames)
+// The evaluations after moves[0..n), from the side of the mover, into keys; from a frame of
+// `board` when asked and there are two moves or more, so that the frame pays for itself.
+void score_children(
+    const Board &board, const Move *moves, std::int32_t *keys, int n, child_scoring scoring)
 {
-    const eval_frame *parent
-        = scoring == child_scoring::from_frame && n >= 2 ? frame_for(board) : nullptr;
-    if (!parent) {
+    if (scoring == child_scoring::from_nothing || n < 2) {
         for (int i = 0; i < n; i++) keys[i] = score_after(board, moves[i]);
-        if (frames) std::fill_n(frames, n, nullptr);
         return;
     }
+    frame_position(board);
     for (int i = 0; i < n; i++) {
         Board child = board;
         apply_move(&child, moves[i]);
-        eval_frame *own
-            = frames && frame_top < frame_stack_size ? &frame_stack[frame_top++] : nullptr;
-        keys[i] = evaluate_child(*parent, child, board.white_to_move, own);
-        if (frames) frames[i] = own;
+        keys[i] = evaluate_child(child, board.white_to_move);
     }
 }
 
@@ -116,7 +84,7 @@ void clear_counters()
 }
 
 void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
-    std::int32_t *child_evals, child_scoring scoring, const eval_frame **child_frames)
+    std::int32_t *child_evals, child_scoring scoring)
 {
     const int row = counter_row(ply);
     HashEntry entry;
@@ -149,51 +117,35 @@ void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
             other.add(m, 0); // scored below, all together
         }
     }
-    const eval_frame *other_frames[max_moves];
-    score_children(board, other.moves, other.keys, other.count, scoring,
-        child_frames ? other_frames : nullptr);
+    score_children(board, other.moves, other.keys, other.count, scoring);
 
     int n = 0;
     if (has_pv) list->moves[n++] = found_pv;
     if (has_hash) list->moves[n++] = found_hash;
     for (bucket *b : { &good, &first, &second, &bad, &other }) {
-        sort_by_keys(
-            b->moves, b->keys, b->count, b == &other && child_frames ? other_frames : nullptr);
+        sort_by_keys(b->moves, b->keys, b->count);
         for (int i = 0; i < b->count; i++) list->moves[n++] = b->moves[i];
     }
-    // Only the last bucket was sorted by evaluation.
-    const int others_from = list->count - other.count;
     if (child_evals) {
+        // Only the last bucket was sorted by evaluation.
+        const int others_from = list->count - other.count;
         for (int i = 0; i < others_from; i++) child_evals[i] = unknown_eval;
         for (int i = 0; i < other.count; i++) child_evals[others_from + i] = other.keys[i];
     }
-    if (child_frames) {
-        std::fill_n(child_frames, others_from, nullptr);
-        std::copy_n(other_frames, other.count, child_frames + others_from);
-    }
 }
 
-void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals,
-    child_scoring scoring, const eval_frame **child_frames)
+void order_by_evaluation(
+    const Board &board, MoveList *list, std::int32_t *child_evals, child_scoring scoring)
 {
     if (list->count < 2) {
         if (child_evals && list->count == 1) child_evals[0] = unknown_eval;
-        if (child_frames && list->count == 1) child_frames[0] = nullptr;
         return;
     }
     std::int32_t local[max_moves];
     std::int32_t *keys = child_evals ? child_evals : local;
-    score_children(board, list->moves, keys, list->count, scoring, child_frames);
-    sort_by_keys(list->moves, keys, list->count, child_frames);
+    score_children(board, list->moves, keys, list->count, scoring);
+    sort_by_keys(list->moves, keys, list->count);
 }
-
-frame_scope::frame_scope()
-    : top(frame_top)
-{
-}
-frame_scope::~frame_scope() { frame_top = top; }
-
-void hand_down_frame(const eval_frame *frame) { handed_frame = frame; }
 
 void score_moves(int ply, const Board &board, MoveList *list, std::int32_t *scores)
 {

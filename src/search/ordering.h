@@ -5,7 +5,6 @@
 #include <climits>
 #include <cstdint>
 
-#include "eval/evaluate.h"
 #include "position/board.h"
 
 constexpr int counter_plies = 13; // rows 0..12; deeper nodes read row 12
@@ -57,24 +56,8 @@ constexpr std::int32_t negate_eval(std::int32_t e) { return e == unknown_eval ? 
 
 // How the orderings find the evaluation after a move: from nothing on the child board, or from
 // a frame of the node's own evaluation (frame_position), which gives the same figure faster
-// when there are two or more children to score. Scored from frames, the children's own frames
-// can be handed down to them (`child_frames`), so that their orderings need not frame their
-// boards again.
+// when there are two or more children to score.
 enum class child_scoring : bool { from_nothing, from_frame };
-
-// The frames that a node's orderings write last until the node returns: each node that orders
-// from frames opens a scope, which gives them back when it ends.
-struct frame_scope {
-    int top;
-    frame_scope();
-    ~frame_scope();
-    frame_scope(const frame_scope &) = delete;
-    frame_scope &operator=(const frame_scope &) = delete;
-};
-
-// The frame handed down to the next node searched (null for none); the node uses it only when
-// it is the frame of its own board.
-void hand_down_frame(const eval_frame *frame);
 
 // The full ordering of a node at `ply` with key `key`: the pv move, the hash move, good captures,
 // counted quiet moves, bad captures, then the rest by the evaluation after the move. Every move
@@ -82,14 +65,13 @@ void hand_down_frame(const eval_frame *frame);
 // the sorted list the evaluation after it from the mover's side, or unknown_eval where none was
 // needed.
 void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
-    std::int32_t *child_evals = nullptr, child_scoring scoring = child_scoring::from_nothing,
-    const eval_frame **child_frames = nullptr);
+    std::int32_t *child_evals = nullptr, child_scoring scoring = child_scoring::from_nothing);
 
 // Sorts `list` by the evaluation after each move, from the mover's side, best first; moves of
 // equal score keep their order. When `child_evals` isn't null, it receives those evaluations in
 // the sorted order (unknown_eval for a list of one move, which needs none).
 void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals = nullptr,
-    child_scoring scoring = child_scoring::from_nothing, const eval_frame **child_frames = nullptr);
+    child_scoring scoring = child_scoring::from_nothing);
 
 // Gives each move one score (into `scores`, count entries) and sorts `list` by it, best first:
 // the pv move 12000, captures 9000 or 5500 plus the gain, counted quiet moves 7000 or 4000 plus

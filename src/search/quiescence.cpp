@@ -32,11 +32,9 @@ template <Shortcuts s> std::int32_t child_check(Move m)
 // Sorts `list` by evaluation; with the shortcut, the evaluations go into `child_evals` to be
 // handed down.
 template <Shortcuts s>
-void order_list(
-    const Board &board, MoveList *list, std::int32_t *child_evals, const eval_frame **child_frames)
+void order_list(const Board &board, MoveList *list, std::int32_t *child_evals)
 {
-    order_by_evaluation(board, list, s.hand_down_evals ? child_evals : nullptr, scoring<s>(),
-        s.framed_children ? child_frames : nullptr);
+    order_by_evaluation(board, list, s.hand_down_evals ? child_evals : nullptr, scoring<s>());
 }
 
 // Whether a move list goes through the delta rule: the captures do, evasions and quiet checks
@@ -50,8 +48,7 @@ enum class delta_rule : bool { off, on };
 // with the margin, is skipped.
 template <Shortcuts s, delta_rule delta>
 bool search_list(const Board &board, const MoveList &list, const std::int32_t *child_evals,
-    const eval_frame *const *child_frames, std::int32_t depth, std::int32_t beta,
-    std::int32_t *best, std::int32_t stand_pat = 0)
+    std::int32_t depth, std::int32_t beta, std::int32_t *best, std::int32_t stand_pat = 0)
 {
     for (int i = 0; i < list.count; i++) {
         poll_input();
@@ -68,7 +65,6 @@ bool search_list(const Board &board, const MoveList &list, const std::int32_t *c
         apply_move(&child, m);
         const std::int32_t child_eval
             = s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval;
-        if constexpr (s.framed_children) hand_down_frame(child_frames[i]);
         const std::int32_t score
             = -quiescence_with<s>(child, depth, -beta, -*best, child_eval, child_check<s>(m));
         if (score >= beta) {
@@ -102,8 +98,6 @@ std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha
     // The ordering of every list below evaluates each child from the mover's side; the child's
     // own evaluation for its side to move is the negative, so it is handed down, not redone.
     std::int32_t child_evals[max_moves];
-    const eval_frame *child_frames[max_moves];
-    const frame_scope scope; // the frames written here last until the node returns
     MoveList list;
     list.count = 0;
 
@@ -111,9 +105,8 @@ std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha
     if (known_check >= 0 ? known_check != 0 : side_in_check(board)) {
         legal_moves<s>(board, &list);
         if (list.count == 0) return quiescence_mate_score;
-        order_list<s>(board, &list, child_evals, child_frames);
-        search_list<s, delta_rule::off>(
-            board, list, child_evals, child_frames, depth - 1, beta, &alpha);
+        order_list<s>(board, &list, child_evals);
+        search_list<s, delta_rule::off>(board, list, child_evals, depth - 1, beta, &alpha);
         return alpha;
     }
 
@@ -140,10 +133,9 @@ std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha
         }
         list.count = kept;
     }
-    order_list<s>(board, &list, child_evals, child_frames);
+    order_list<s>(board, &list, child_evals);
     // Captures are free: the budget stays as it is.
-    if (search_list<s, delta_rule::on>(
-            board, list, child_evals, child_frames, depth, beta, &best, stand_pat))
+    if (search_list<s, delta_rule::on>(board, list, child_evals, depth, beta, &best, stand_pat))
         return best;
 
     if (depth <= 0) return best;
@@ -159,9 +151,9 @@ std::int32_t quiescence_with(Board board, std::int32_t depth, std::int32_t alpha
         if ((m & move_gives_check) && !(m & move_capture)) list.moves[list.count++] = m;
     }
     if (list.count == 0) return best;
-    order_list<s>(board, &list, child_evals, child_frames);
+    order_list<s>(board, &list, child_evals);
     if (list.count > quiet_check_limit) list.count = quiet_check_limit;
-    search_list<s, delta_rule::off>(board, list, child_evals, child_frames, depth - 1, beta, &best);
+    search_list<s, delta_rule::off>(board, list, child_evals, depth - 1, beta, &best);
     return best;
 }
 
