@@ -37,7 +37,6 @@ template <int us> void rook_file_terms(const eval_input &in, term_values &out)
 // only a garbled board has, are not connected.
 constexpr std::int32_t rook_pair_bonus = 16, rook_queen_bonus = 10;
 constexpr int coord_list_size = 10;
-static_assert(coord_list_size <= rook_reach_count);
 
 // The lowest `count` squares of a set.
 constexpr Bitboard lowest_squares(Bitboard set, int count)

@@ -18,13 +18,6 @@
 // The board is read in place, never changed.
 std::int32_t evaluate(const Board &board, int side, int report);
 
-// Scoring the children of one position: frame_position keeps what the evaluation of `board`
-// finds, and evaluate_child(child, side) then gives exactly evaluate(child, side, 0) for any
-// board, working out again only what differs from the framed position; the fewer sets a move
-// changes, the less. One frame at a time: framing another position replaces it.
-void frame_position(const Board &board);
-std::int32_t evaluate_child(const Board &child, int side);
-
 namespace eval {
 
 // Everything one call works out: the phase, every term of both colours before its weight (zero

@@ -132,17 +132,14 @@ constexpr bool term_active[term_count][3] = {
     { true, true, true }, // free_squares
 };
 
-// The connection score reads a colour's ten lowest rooks at most.
-constexpr int rook_reach_count = 10;
-
 // What one colour's rooks, bishops, knights and queens see, counted while the attack map is
 // built from the same look-ups: the Mobility and Attack counts in term order (rook_mobility to
-// queen_attack), the free figure, and the reach (rank and file set together) of each of the
-// ten lowest rooks, by ascending square, for the connection score.
+// queen_attack), the free figure, and each rook's reach (rank and file set together), rooks by
+// ascending square, for the connection score. A garbled board fills up to 64 rooks.
 struct piece_activity {
     std::int32_t count[queen_attack + 1];
     std::int32_t free;
-    Bitboard rook_reach[rook_reach_count]; // entries past the rook count are left unset
+    Bitboard rook_reach[64]; // entries past the rook count are left unset
 };
 
 // The figures that depend on the pawns and the kings of both colours and on nothing else, worked

@@ -167,9 +167,9 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
     std::int32_t child_evals[max_moves];
     std::int32_t *evals = s.hand_down_evals ? child_evals : nullptr;
     if (node.depth > 1)
-        order_moves(node.ply, board, list, node.key, evals, scoring<s>());
+        order_moves(node.ply, board, list, node.key, evals);
     else
-        order_by_evaluation(board, list, evals, scoring<s>());
+        order_by_evaluation(board, list, evals);
 
     // Step 13. Futility: far below alpha, quiet moves late in the list are not tried.
     int prune_from = no_pruning;

@@ -45,23 +45,6 @@ std::int32_t score_after(const Board &board, Move move)
     return evaluate(child, board.white_to_move, 0);
 }
 
-// The evaluations after moves[0..n), from the side of the mover, into keys; from a frame of
-// `board` when asked and there are two moves or more, so that the frame pays for itself.
-void score_children(
-    const Board &board, const Move *moves, std::int32_t *keys, int n, child_scoring scoring)
-{
-    if (scoring == child_scoring::from_nothing || n < 2) {
-        for (int i = 0; i < n; i++) keys[i] = score_after(board, moves[i]);
-        return;
-    }
-    frame_position(board);
-    for (int i = 0; i < n; i++) {
-        Board child = board;
-        apply_move(&child, moves[i]);
-        keys[i] = evaluate_child(child, board.white_to_move);
-    }
-}
-
 struct bucket {
     Move moves[max_moves];
     std::int32_t keys[max_moves];
@@ -83,8 +66,8 @@ void clear_counters()
     std::memset(cutoff_counts, 0, sizeof cutoff_counts);
 }
 
-void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
-    std::int32_t *child_evals, child_scoring scoring)
+void order_moves(
+    int ply, const Board &board, MoveList *list, std::uint64_t key, std::int32_t *child_evals)
 {
     const int row = counter_row(ply);
     HashEntry entry;
@@ -114,10 +97,9 @@ void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
         } else if (cutoff_counts[row][from][to] > 0) {
             second.add(m, std::int32_t(6000 + cutoff_counts[row][from][to]));
         } else {
-            other.add(m, 0); // scored below, all together
+            other.add(m, score_after(board, m));
         }
     }
-    score_children(board, other.moves, other.keys, other.count, scoring);
 
     int n = 0;
     if (has_pv) list->moves[n++] = found_pv;
@@ -134,8 +116,7 @@ void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
     }
 }
 
-void order_by_evaluation(
-    const Board &board, MoveList *list, std::int32_t *child_evals, child_scoring scoring)
+void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals)
 {
     if (list->count < 2) {
         if (child_evals && list->count == 1) child_evals[0] = unknown_eval;
@@ -143,7 +124,7 @@ void order_by_evaluation(
     }
     std::int32_t local[max_moves];
     std::int32_t *keys = child_evals ? child_evals : local;
-    score_children(board, list->moves, keys, list->count, scoring);
+    for (int i = 0; i < list->count; i++) keys[i] = score_after(board, list->moves[i]);
     sort_by_keys(list->moves, keys, list->count);
 }
 

@@ -54,24 +54,18 @@ constexpr std::int32_t unknown_eval = INT32_MIN;
 // The same evaluation from the other side: evaluate(b, 1) is -evaluate(b, 0) for every board.
 constexpr std::int32_t negate_eval(std::int32_t e) { return e == unknown_eval ? e : -e; }
 
-// How the orderings find the evaluation after a move: from nothing on the child board, or from
-// a frame of the node's own evaluation (frame_position), which gives the same figure faster
-// when there are two or more children to score.
-enum class child_scoring : bool { from_nothing, from_frame };
-
 // The full ordering of a node at `ply` with key `key`: the pv move, the hash move, good captures,
 // counted quiet moves, bad captures, then the rest by the evaluation after the move. Every move
 // of `list` comes out exactly once. When `child_evals` isn't null, it receives for each move of
 // the sorted list the evaluation after it from the mover's side, or unknown_eval where none was
 // needed.
 void order_moves(int ply, const Board &board, MoveList *list, std::uint64_t key,
-    std::int32_t *child_evals = nullptr, child_scoring scoring = child_scoring::from_nothing);
+    std::int32_t *child_evals = nullptr);
 
 // Sorts `list` by the evaluation after each move, from the mover's side, best first; moves of
 // equal score keep their order. When `child_evals` isn't null, it receives those evaluations in
 // the sorted order (unknown_eval for a list of one move, which needs none).
-void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals = nullptr,
-    child_scoring scoring = child_scoring::from_nothing);
+void order_by_evaluation(const Board &board, MoveList *list, std::int32_t *child_evals = nullptr);
 
 // Gives each move one score (into `scores`, count entries) and sorts `list` by it, best first:
 // the pv move 12000, captures 9000 or 5500 plus the gain, counted quiet moves 7000 or 4000 plus

@@ -34,7 +34,7 @@ template <Shortcuts s> std::int32_t child_check(Move m)
 template <Shortcuts s>
 void order_list(const Board &board, MoveList *list, std::int32_t *child_evals)
 {
-    order_by_evaluation(board, list, s.hand_down_evals ? child_evals : nullptr, scoring<s>());
+    order_by_evaluation(board, list, s.hand_down_evals ? child_evals : nullptr);
 }
 
 // Whether a move list goes through the delta rule: the captures do, evasions and quiet checks

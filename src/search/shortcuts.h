@@ -6,7 +6,6 @@
 
 #include "movegen/legal.h"
 #include "position/board.h"
-#include "search/ordering.h"
 
 struct Shortcuts {
     // The evaluation after each move, which the ordering works out, is handed down to the child
@@ -20,19 +19,10 @@ struct Shortcuts {
     bool delta_before_sort;
     // The fast legal generator, with its captures-only twin, instead of the literal one.
     bool fast_generator;
-    // The orderings score the children of a node from a frame of the node's own evaluation,
-    // working out again only what the move changes.
-    bool framed_children;
 };
 
-constexpr Shortcuts engine_shortcuts { true, true, true, true, true };
-constexpr Shortcuts no_shortcuts { false, false, false, false, false };
-
-// How the orderings of a search with shortcuts `s` score the children.
-template <Shortcuts s> constexpr child_scoring scoring()
-{
-    return s.framed_children ? child_scoring::from_frame : child_scoring::from_nothing;
-}
+constexpr Shortcuts engine_shortcuts { true, true, true, true };
+constexpr Shortcuts no_shortcuts { false, false, false, false };
 
 // The legal list and the captures, by the generator that `s` names.
 template <Shortcuts s> void legal_moves(const Board &board, MoveList *list)

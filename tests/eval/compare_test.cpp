@@ -8,8 +8,6 @@
 
 #include "eval/evaluate.h"
 #include "movegen/attacked.h"
-#include "movegen/legal.h"
-#include "position/apply.h"
 #include "position/fen.h"
 #include "tests/eval/reference_eval.h"
 #include "tests/support/random_boards.h"
@@ -105,54 +103,6 @@ TEST(Compare, SideNegatesAndNothingButThePiecesAndRightsCounts)
         b.fifty_move = std::uint8_t(b.fifty_move + 37);
         b.enpassant_file = std::int8_t(i % 9 - 1);
         ASSERT_EQ(evaluate(b, 1, 0), score) << i;
-    }
-}
-
-// Children scored from their parent's frame against the evaluation from nothing: every legal
-// move of random and game positions (captures, promotions, castling, en passant, moves that
-// change the phase), and on garbled boards any few squares of any sets and the castling flags
-// changed. Each child is also evaluated from nothing between two frame scores, which takes
-// pawn-and-king cache slots from under the frame.
-void expect_children_agree(const Board &parent, const std::vector<Board> &children, int id)
-{
-    frame_position(parent);
-    for (std::size_t i = 0; i < children.size(); i++) {
-        const int side = int(i % 2);
-        const std::int32_t fresh = evaluate(children[i], side, 0);
-        ASSERT_EQ(evaluate_child(children[i], side), fresh) << "parent " << id << " child " << i;
-    }
-}
-
-TEST(Compare, ChildrenScoredFromTheFrameAgreeWithTheEvaluation)
-{
-    std::mt19937_64 rng(31);
-    std::vector<Board> parents;
-    for (int i = 0; i < board_count / 3; i++)
-        parents.push_back(random_position(rng, i % 3 == 0 ? 30 : i % 3 == 1 ? 16 : 6));
-    while (int(parents.size()) < board_count)
-        for (const Board &b : random_game(rng, 200)) parents.push_back(b);
-    for (int i = 0; i < int(parents.size()); i++) {
-        MoveList list;
-        list.count = 0;
-        generate_moves(parents[i], &list);
-        std::vector<Board> children;
-        for (int m = 0; m < list.count; m++) {
-            children.push_back(parents[i]);
-            apply_move(&children.back(), list.moves[m]);
-        }
-        expect_children_agree(parents[i], children, i);
-    }
-    for (int i = 0; i < board_count; i++) {
-        const Board parent = random_garbage(rng);
-        std::vector<Board> children(12, parent);
-        for (std::size_t c = 1; c < children.size(); c++) { // the first one is the parent itself
-            Board &child = children[c];
-            for (int flips = 1 + int(rng() % 3); flips > 0; flips--)
-                child.*piece_sets[rng() % 2][rng() % 6] ^= square_bit(int(rng() % 64));
-            if (c % 4 == 0) child.white_oo = !child.white_oo;
-            if (c % 5 == 0) child.black_ooo = !child.black_ooo;
-        }
-        expect_children_agree(parent, children, i);
     }
 }
 
