@@ -34,6 +34,9 @@ int run_uci(const char *, char *)
 
 int run_isready(const char *, char *)
 {
+    // A GUI asks this before it starts the clock: the table's memory is had now, not page by
+    // page during the first searches.
+    hash_touch();
     out_puts("readyok\r");
     out_flush();
     return 0;

@@ -17,6 +17,7 @@ constexpr int last_generation = 63;
 // Generation 0 is what a zero-filled slot holds, so the live generation is never 0.
 int generation = 1;
 bool stored_since_clear = false;
+bool touched = false; // every page backed since the table was last made zero
 
 bool is_live(const HashEntry &e) { return e.bound >> generation_shift == generation; }
 
@@ -28,7 +29,17 @@ bool hash_allocate()
     hash_table = static_cast<HashEntry *>(allocate_zeroed(hash_table_bytes));
     generation = 1;
     stored_since_clear = false;
+    touched = false;
     return hash_table != nullptr;
+}
+
+void hash_touch()
+{
+    if (touched || !hash_table) return;
+    // A write of the zero that it already holds to each page: the system backs the page then.
+    volatile char *bytes = reinterpret_cast<volatile char *>(hash_table);
+    for (std::uint64_t at = 0; at < hash_table_bytes; at += 4096) bytes[at] = 0;
+    touched = true;
 }
 
 void hash_free()
@@ -47,6 +58,7 @@ void hash_clear()
     }
     // The generations are used up: make the block zero again and start over.
     rezero(hash_table, hash_table_bytes);
+    touched = false;
     generation = 1;
 }
 
