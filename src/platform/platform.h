@@ -38,6 +38,9 @@ int stdin_take_waiting(char *bytes, int most);
 void *allocate_zeroed(std::uint64_t bytes);
 // Gives the block back.
 void release_zeroed(void *block, std::uint64_t bytes);
+// Has the system back every page of the block with memory now rather than at each page's first
+// write; what the block holds stays as it is.
+void back_pages(void *block, std::uint64_t bytes);
 // Makes the whole block read as zero again. Pages that were never written stay untouched, and
 // written ones are handed back to the system rather than filled.
 void rezero(void *block, std::uint64_t bytes);

@@ -1,6 +1,7 @@
 // Windows services: the performance counter for the clock, ReadFile on the standard-input handle
 // with PeekNamedPipe for the non-blocking look, the console API for cls, and reserved-then-
 // committed virtual memory for the one large block.
+#include "platform/pages.h"
 #include "platform/platform.h"
 #include "platform/system_input.h"
 
@@ -101,6 +102,8 @@ void release_zeroed(void *block, std::uint64_t)
 {
     if (block) VirtualFree(block, 0, MEM_RELEASE);
 }
+
+void back_pages(void *block, std::uint64_t bytes) { write_back_pages(block, bytes); }
 
 void rezero(void *block, std::uint64_t bytes)
 {

@@ -37,10 +37,7 @@ bool hash_allocate()
 void hash_touch()
 {
     if (touched || !hash_table) return;
-    // Each page gets a byte written back as it was, which changes no slot: the system backs
-    // the page then.
-    volatile char *bytes = reinterpret_cast<volatile char *>(hash_table);
-    for (std::uint64_t at = 0; at < hash_table_bytes; at += 4096) bytes[at] = bytes[at];
+    back_pages(hash_table, hash_table_bytes);
     touched = true;
 }
 
