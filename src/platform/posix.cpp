@@ -1,5 +1,5 @@
 // POSIX services: clock_gettime, read(2) and poll(2) on descriptor 0, isatty for the console,
-// anonymous mappings for the one large block.
+// anonymous mappings for the one large block, in large pages where the system gives them.
 #include "platform/pages.h"
 #include "platform/platform.h"
 #include "platform/system_input.h"
