@@ -12,7 +12,6 @@
 #include "search/bench.h"
 #include "search/iterate.h"
 #include "search/ordering.h"
-#include "search/tt.h"
 
 namespace {
 
@@ -67,7 +66,6 @@ int run_sortedmoves(const char *, char *)
 
 void bench_command()
 {
-    hash_touch(); // its nodes per second measure the search, not the system backing the table
     const bench_result total = run_bench(bench_position_count, print_bench_line);
     const std::uint64_t nodes = total.nodes + total.quiescence_nodes;
     const std::uint64_t per_second
