@@ -40,7 +40,7 @@ using bench_reporter = void (*)(const bench_result &result);
 
 // Searches the first `count` positions (all of them when `count` is out of range) in order, each
 // from an empty hash table whose pages the system has backed before the clock starts, and
-// reports each. Sets current_board and the search limits on the
-// way, and leaves them so. Needs the attack tables and the hash table. Returns the sums, with
-// `index` the number of positions searched and `best` null.
+// reports each. Sets current_board and the search limits on the way, and leaves them so. Needs
+// the attack tables and the hash table. Returns the sums, with `index` the number of positions
+// searched and `best` null.
 bench_result run_bench(int count, bench_reporter report);
