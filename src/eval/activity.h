@@ -8,17 +8,25 @@
 namespace eval {
 
 // Mobility and Attack of every piece kind, and the free figure: counted with the attack map.
-template <int us> void mobility_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void mobility_terms(const eval_input &in, Out &out)
 {
-    for (int t = rook_mobility; t <= queen_attack; t++) out.value[us][t] = in.activity[us].count[t];
-    out.value[us][free_squares] = in.activity[us].free;
+    const std::int32_t *count = in.activity[us].count;
+    put<us, rook_mobility>(out, count[rook_mobility]);
+    put<us, rook_attack>(out, count[rook_attack]);
+    put<us, bishop_mobility>(out, count[bishop_mobility]);
+    put<us, bishop_attack>(out, count[bishop_attack]);
+    put<us, knight_mobility>(out, count[knight_mobility]);
+    put<us, knight_attack>(out, count[knight_attack]);
+    put<us, queen_mobility>(out, count[queen_mobility]);
+    put<us, queen_attack>(out, count[queen_attack]);
+    put<us, free_squares>(out, in.activity[us].free);
 }
 
 // A rook on a file without own pawns: 12 when the file is open, 7 when only enemy pawns
 // stand on it. Its rank plays no part.
 constexpr std::int32_t open_file_bonus = 12, half_open_file_bonus = 7;
 
-template <int us> void rook_file_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void rook_file_terms(const eval_input &in, Out &out)
 {
     constexpr int them = 1 - us;
     std::int32_t score = 0;
@@ -27,7 +35,7 @@ template <int us> void rook_file_terms(const eval_input &in, term_values &out)
         if (in.pawns[us] & file) continue;
         score += in.pawns[them] & file ? half_open_file_bonus : open_file_bonus;
     }
-    out.value[us][rook_file_score] = score;
+    put<us, rook_file_score>(out, score);
 }
 
 // Two pieces are connected when they share a rank or a file with nothing between them,
@@ -46,7 +54,7 @@ constexpr Bitboard lowest_squares(Bitboard set, int count)
     return kept;
 }
 
-template <int us> void coord_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void coord_terms(const eval_input &in, Out &out)
 {
     Bitboard rooks = in.rooks[us], queens = in.queens[us];
     if (square_count(rooks) > coord_list_size) rooks = lowest_squares(rooks, coord_list_size);
@@ -61,7 +69,7 @@ template <int us> void coord_terms(const eval_input &in, term_values &out)
         score += rook_pair_bonus * square_count(reach & rooks & higher);
         score += rook_queen_bonus * square_count(reach & queens);
     }
-    out.value[us][coord_score] = score;
+    put<us, coord_score>(out, score);
 }
 
 } // namespace eval

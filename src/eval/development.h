@@ -24,7 +24,7 @@ template <int us> std::int32_t shield_penalty(int king, Bitboard pawns)
     return missing_shield_pawn * square_count(shield & ~pawns);
 }
 
-template <int us> void king_development_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void king_development_terms(const eval_input &in, Out &out)
 {
     const int king = in.king_square[us];
     std::int32_t score = 0;
@@ -32,8 +32,8 @@ template <int us> void king_development_terms(const eval_input &in, term_values 
         score = castled_bonus[in.phase];
     else if (king == relative_square<us>(e1) && in.castling[us])
         score = -uncastled_penalty[in.phase];
-    out.value[us][king_development_score] = score;
-    out.value[us][castled_shield_penalty] = in.pawn_king.shield[us];
+    put<us, king_development_score>(out, score);
+    put<us, castled_shield_penalty>(out, in.pawn_king.shield[us]);
 }
 
 // Pawns that have taken the centre: 5 on d3 or e3, 12 on d4 or e4.
@@ -47,9 +47,9 @@ template <int us> std::int32_t central_pawn_score(Bitboard pawns)
     return score;
 }
 
-template <int us> void central_pawn_opening_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void central_pawn_opening_terms(const eval_input &in, Out &out)
 {
-    out.value[us][central_pawn_opening_score] = in.pawn_king.central_pawns[us];
+    put<us, central_pawn_opening_score>(out, in.pawn_king.central_pawns[us]);
 }
 
 // Knights on b1 and g1, and with them bishops on c1 and f1: the minor pieces not yet out.
@@ -65,7 +65,7 @@ template <int us> int minors_at_home(const eval_input &in)
 
 // Both central pawns still at home: 28 while most minor pieces are undeveloped, and 16 for
 // each knight gone from home (moved on or captured) before a central pawn has moved.
-template <int us> void no_central_pawn_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void no_central_pawn_terms(const eval_input &in, Out &out)
 {
     const Bitboard centre_pawns = relative_bit<us>(d2) | relative_bit<us>(e2);
     std::int32_t penalty = 0;
@@ -73,16 +73,16 @@ template <int us> void no_central_pawn_terms(const eval_input &in, term_values &
         if (minors_at_home<us>(in) > 2) penalty += 28;
         penalty += 16 * (2 - knights_at_home<us>(in));
     }
-    out.value[us][no_central_pawn_penalty] = penalty;
+    put<us, no_central_pawn_penalty>(out, penalty);
 }
 
 // No own queen on d1 while two or more minor pieces are still at home: 14 for each beyond
 // the first. A lost queen pays like one that went out.
-template <int us> void early_queen_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void early_queen_terms(const eval_input &in, Out &out)
 {
     const int home = minors_at_home<us>(in);
     const bool queen_out = !(in.queens[us] & relative_bit<us>(d1));
-    out.value[us][early_queen_penalty] = queen_out && home > 1 ? 14 * (home - 1) : 0;
+    put<us, early_queen_penalty>(out, queen_out && home > 1 ? 14 * (home - 1) : 0);
 }
 
 } // namespace eval

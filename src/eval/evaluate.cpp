@@ -2,8 +2,6 @@
 // table, and the weighted sum of each colour.
 #include "eval/evaluate.h"
 
-#include <utility>
-
 #include "eval/activity.h"
 #include "eval/attack_maps.h"
 #include "eval/development.h"
@@ -128,7 +126,7 @@ static_assert(term_active[king_pawn_tables][opening] && term_active[king_pawn_ta
 
 // The terms of one colour that count in `phase`; the phase table is read while compiling, so
 // each phase and colour gets its own straight run of inlined terms.
-template <int phase, int us> void fill_colour(const eval_input &in, term_values &out)
+template <int phase, int us, class Out> void fill_colour(const eval_input &in, Out &out)
 {
     constexpr auto on = [](term t) { return term_active[t][phase]; };
     if constexpr (on(rook_mobility)) mobility_terms<us>(in, out); // also free_squares
@@ -151,8 +149,10 @@ template <int phase, int us> void fill_colour(const eval_input &in, term_values 
 }
 
 // Both colours: every term function is written once, for the colour as a template argument.
-template <int phase> void fill_terms(const eval_input &in, term_values &out)
+template <int phase, class Out> void fill_terms(const eval_input &in, Out &out)
 {
+    put<white, material>(out, in.material[white]);
+    put<black, material>(out, in.material[black]);
     fill_colour<phase, white>(in, out);
     fill_colour<phase, black>(in, out);
 }
@@ -161,8 +161,6 @@ template <int phase> void fill_terms(const eval_input &in, term_values &out)
 int fill_terms(const Board &board, term_values &terms)
 {
     const eval_input in = derive_input(board);
-    terms.value[white][material] = in.material[white];
-    terms.value[black][material] = in.material[black];
     if (in.phase == opening)
         fill_terms<opening>(in, terms);
     else if (in.phase == middlegame)
@@ -172,24 +170,11 @@ int fill_terms(const Board &board, term_values &terms)
     return in.phase;
 }
 
-// White's weighted sum less black's, over the terms that count in `phase`: the phase table is
-// read while compiling, so the inactive terms are neither written nor read.
-template <int phase, std::size_t... t>
-std::int32_t weighed_difference(const term_values &terms, std::index_sequence<t...>)
-{
-    return (
-        (term_active[t][phase] ? term_weight[t] * (terms.value[white][t] - terms.value[black][t])
-                               : 0)
-        + ...);
-}
-
 template <int phase> std::int32_t white_view(const eval_input &in)
 {
-    term_values terms; // each term is written by its family before it is read
-    terms.value[white][material] = in.material[white];
-    terms.value[black][material] = in.material[black];
-    fill_terms<phase>(in, terms);
-    return weighed_difference<phase>(terms, std::make_index_sequence<term_count>());
+    weighed_total sum { 0 };
+    fill_terms<phase>(in, sum);
+    return sum.total;
 }
 
 // The score from white's side, without the breakdown.

@@ -39,7 +39,7 @@ template <int us> std::int32_t cover_pawns(int king_square, Bitboard pawns)
     return square_count(pawn_cover[us][king_square] & pawns);
 }
 
-template <int us> void king_safety_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void king_safety_terms(const eval_input &in, Out &out)
 {
     constexpr int them = 1 - us;
     const int square = in.king_square[us];
@@ -48,7 +48,7 @@ template <int us> void king_safety_terms(const eval_input &in, term_values &out)
     raw -= in.pawn_king.cover[us];
     if (square < 64 && (in.attacked[them] & square_bit(square))) raw += 4;
     if (raw < 0) raw = 0;
-    out.value[us][king_safety_penalty] = raw * king_safety_factor[in.phase];
+    put<us, king_safety_penalty>(out, raw * king_safety_factor[in.phase]);
 }
 
 // The four centre squares d4, e4, d5, e5, the same for both colours. A colour scores for
@@ -59,7 +59,7 @@ constexpr std::int32_t centre_pawn[3] = { 10, 5, 0 }; // by phase
 constexpr std::int32_t centre_piece[3] = { 6, 3, 0 };
 constexpr std::int32_t centre_contested = 5, centre_held = 8;
 
-template <int us> void center_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void center_terms(const eval_input &in, Out &out)
 {
     constexpr int them = 1 - us;
     const Bitboard pawns = in.pawns[us] & centre;
@@ -71,7 +71,7 @@ template <int us> void center_terms(const eval_input &in, term_values &out)
         score += centre_contested * square_count(ours & theirs)
             + centre_held * square_count(ours & ~theirs);
     }
-    out.value[us][center_score] = score;
+    put<us, center_score>(out, score);
 }
 
 } // namespace eval

@@ -27,25 +27,25 @@ constexpr std::int32_t doubled_pawn_penalty(Bitboard pawns)
     return 10 * square_count(stacked) + 6 * square_count(tripled);
 }
 
-template <int us> void pawn_structure_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void pawn_structure_terms(const eval_input &in, Out &out)
 {
-    out.value[us][pawn_structure_penalty] = in.pawn_king.pawn_structure[us];
+    put<us, pawn_structure_penalty>(out, in.pawn_king.pawn_structure[us]);
 }
 
 // Two bishops or more, whatever the colours of their squares.
-template <int us> void bishop_pair_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void bishop_pair_terms(const eval_input &in, Out &out)
 {
-    out.value[us][bishop_pair_bonus] = in.bishop_count[us] >= 2 ? 18 : 0;
+    put<us, bishop_pair_bonus>(out, in.bishop_count[us] >= 2 ? 18 : 0);
 }
 
 // A knight on the board's rim: 7 on an edge, 12 in a corner.
 constexpr Bitboard rim = file_a | file_h | rank_1 | rank_8;
 constexpr Bitboard corners = square_bit(a1) | square_bit(h1) | square_bit(a8) | square_bit(h8);
 
-template <int us> void knight_edge_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void knight_edge_terms(const eval_input &in, Out &out)
 {
-    out.value[us][knight_edge_penalty]
-        = 7 * square_count(in.knights[us] & rim) + 5 * square_count(in.knights[us] & corners);
+    put<us, knight_edge_penalty>(
+        out, 7 * square_count(in.knights[us] & rim) + 5 * square_count(in.knights[us] & corners));
 }
 
 // A bishop whose two forward diagonal squares (one rank toward the enemy) hold own pawns:
@@ -54,20 +54,21 @@ template <int us> void knight_edge_terms(const eval_input &in, term_values &out)
 // blocked on both, which pay 7 + 7 - 3.
 constexpr std::int32_t bishop_block_one = 7, bishop_block_both = 11;
 
-template <int us> void bishop_block_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void bishop_block_terms(const eval_input &in, Out &out)
 {
     const Bitboard bishops = in.bishops[us], pawns = in.pawns[us];
     // A bishop on s with a pawn on its front square s + 7 (s - 9 for black), on the a-file side.
     const Bitboard left = bishops & ~file_a & (us == white ? pawns >> 7 : pawns << 9);
     // The same with s + 9 (s - 7 for black), on the h-file side.
     const Bitboard right = bishops & ~file_h & (us == white ? pawns >> 9 : pawns << 7);
-    out.value[us][bishop_block_penalty] = bishop_block_one * square_count(left ^ right)
-        + bishop_block_both * square_count(left & right);
+    put<us, bishop_block_penalty>(out,
+        bishop_block_one * square_count(left ^ right)
+            + bishop_block_both * square_count(left & right));
 }
 
 // A bishop on e3 in front of its pawn on e2 holds up the king's pawn: 28, or 48 when the
 // other bishop is still shut in on f1 behind a pawn on g2.
-template <int us> void bishop_king_pawn_block_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void bishop_king_pawn_block_terms(const eval_input &in, Out &out)
 {
     const Bitboard bishops = in.bishops[us], pawns = in.pawns[us];
     std::int32_t penalty = 0;
@@ -75,20 +76,20 @@ template <int us> void bishop_king_pawn_block_terms(const eval_input &in, term_v
         penalty = 28;
         if ((bishops & relative_bit<us>(f1)) && (pawns & relative_bit<us>(g2))) penalty = 48;
     }
-    out.value[us][bishop_king_pawn_block_penalty] = penalty;
+    put<us, bishop_king_pawn_block_penalty>(out, penalty);
 }
 
 // The king's bishop at home on f1 behind pawns on e2 and g2. No twin on the queen side.
-template <int us> void king_side_bishop_trap_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void king_side_bishop_trap_terms(const eval_input &in, Out &out)
 {
     const Bitboard pawns = relative_bit<us>(e2) | relative_bit<us>(g2);
     const bool trapped = (in.bishops[us] & relative_bit<us>(f1)) && (in.pawns[us] & pawns) == pawns;
-    out.value[us][king_side_bishop_trap_penalty] = trapped ? 16 : 0;
+    put<us, king_side_bishop_trap_penalty>(out, trapped ? 16 : 0);
 }
 
 // A rook in its corner behind its own pawn with the king beside it on the knight's square:
 // a1 with b1 and a2, h1 with g1 and h2. 16 for each such corner.
-template <int us> void rook_corner_trap_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void rook_corner_trap_terms(const eval_input &in, Out &out)
 {
     const int king = in.king_square[us];
     const Bitboard rooks = in.rooks[us], pawns = in.pawns[us];
@@ -99,7 +100,7 @@ template <int us> void rook_corner_trap_terms(const eval_input &in, term_values 
     if (king == relative_square<us>(g1) && (rooks & relative_bit<us>(h1))
         && (pawns & relative_bit<us>(h2)))
         penalty += 16;
-    out.value[us][rook_corner_trap_penalty] = penalty;
+    put<us, rook_corner_trap_penalty>(out, penalty);
 }
 
 } // namespace eval

@@ -210,12 +210,11 @@ template <int us> std::int32_t king_pawn_table_sum(bool end, Bitboard king_set, 
         + planes_sum(end ? pawn_planes_ending.of[us] : pawn_planes.of[us], pawns);
 }
 
-template <int us> void table_terms(const eval_input &in, term_values &out)
+template <int us, class Out> void table_terms(const eval_input &in, Out &out)
 {
-    std::int32_t *value = out.value[us];
-    if (term_active[piece_tables][in.phase]) value[piece_tables] = piece_table_sum<us>(in);
+    if (term_active[piece_tables][in.phase]) put<us, piece_tables>(out, piece_table_sum<us>(in));
     const bool end = in.phase == ending;
-    value[king_pawn_tables] = in.pawn_king.king_pawn_tables[us][end];
+    put<us, king_pawn_tables>(out, in.pawn_king.king_pawn_tables[us][end]);
 }
 
 } // namespace eval

@@ -176,6 +176,23 @@ struct term_values {
     std::int32_t value[2][term_count];
 };
 
+// White's weighted sum less black's, added up as the terms are found: what the score needs,
+// without the breakdown.
+struct weighed_total {
+    std::int32_t total;
+};
+
+// Where each term function hands over its values: kept for the report, or weighed into the
+// total. Each term is put once per colour, and only in the phases where it counts.
+template <int us, term t> void put(term_values &out, std::int32_t value)
+{
+    out.value[us][t] = value;
+}
+template <int us, term t> void put(weighed_total &out, std::int32_t value)
+{
+    out.total += (us == white ? term_weight[t] : -term_weight[t]) * value;
+}
+
 // The square as seen from the colour's own side: ranks mirrored for black, files kept.
 template <int us> constexpr int relative_square(int square)
 {
