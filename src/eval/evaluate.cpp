@@ -170,6 +170,8 @@ int fill_terms(const Board &board, term_values &terms)
     return in.phase;
 }
 
+// White's weighted sum less black's, over the terms that count in `phase`: the phase table is
+// read while compiling, so the inactive terms are not even worked out.
 template <int phase> std::int32_t white_view(const eval_input &in)
 {
     weighed_total sum { 0 };
@@ -219,8 +221,8 @@ std::int32_t reported_white_view(const Board &board)
 
 std::int32_t evaluate(const Board &board, int side, int report)
 {
-    // The silent path weighs the differences of the two colours' terms once, which gives the
-    // same sum as the report's two totals.
+    // The silent path adds each weighed term of white and takes off each of black as the terms
+    // are found, which gives the same sum as the report's two totals.
     const std::int32_t score = report ? reported_white_view(board) : eval::white_view(board);
     return side ? score : -score;
 }
