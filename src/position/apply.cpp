@@ -251,6 +251,24 @@ void apply_move_keyed(Board *board, Move move, std::uint64_t *key)
         apply<false, true>(board, move, key);
 }
 
+std::uint64_t likely_key_after(std::uint64_t key, bool white, Move move)
+{
+    const int us = white ? 1 : 0; // the white kind is the black one plus 1
+    // A code outside pawn..queen names no piece and has no entry.
+    const auto entry = [](int code, int colour_kind, int square) -> std::uint64_t {
+        return code >= pawn && code <= queen
+            ? piece_key(zobrist_kind_of[code - 1] + colour_kind, square)
+            : 0;
+    };
+    const int mover = move_mover(move), to = move_to(move);
+    const int arriving = (move & move_promoted) ? move_promotion(move) : mover;
+    key ^= zobrist_table[zobrist_white_to_move] ^ entry(mover, us, move_from(move))
+        ^ entry(arriving, us, to);
+    if ((move & move_capture) && !(move & move_en_passant))
+        key ^= entry(move_captured(move), 1 - us, to);
+    return key;
+}
+
 void apply_null_move(Board *board, std::uint64_t *key)
 {
     if (board->enpassant_file != -1) {

@@ -14,6 +14,12 @@ void apply_move(Board *board, Move move);
 // beside the arrival square, and a non-zero promotion field decides a promotion.
 void apply_move_keyed(Board *board, Move move, std::uint64_t *key);
 
+// The key apply_move_keyed most likely gives after `move`, from a board with key `key` and the
+// side to move `white`, read from the move word alone: the castling rook, lost rights, the
+// en-passant file and the pawn taken en passant are left out, so for those moves it is wrong.
+// Good for fetching the child's table slot early, never for a probe.
+std::uint64_t likely_key_after(std::uint64_t key, bool white, Move move);
+
 // The side to move passes.
 void apply_null_move(Board *board, std::uint64_t *key);
 

@@ -9,7 +9,6 @@
 #include "eval/evaluate.h"
 #include "movegen/attacks.h"
 #include "position/apply.h"
-#include "position/zobrist.h"
 #include "search/ordering.h"
 #include "search/quiescence.h"
 #include "search/tt.h"
@@ -108,22 +107,6 @@ template <Shortcuts s> bool null_move_fails_high(const Board &board, const Node 
     return score >= node.cur_beta;
 }
 
-// The key after `m` from a board with key `key`, near enough to fetch the child's slot while
-// an earlier move is searched: the castling rook, lost rights, the en-passant file and the pawn
-// taken en passant are left out, so for those moves the fetch only misses.
-std::uint64_t likely_child_key(std::uint64_t key, bool white, Move m)
-{
-    const int colour = white ? 1 : 0, mover = move_mover(m), captured = move_captured(m);
-    const int arriving = (m & move_promoted) ? move_promotion(m) : mover;
-    if (mover < pawn || mover > queen || arriving < pawn || arriving > queen) return key;
-    key ^= zobrist_table[zobrist_white_to_move]
-        ^ piece_key(zobrist_kind_of[mover - 1] + colour, move_from(m))
-        ^ piece_key(zobrist_kind_of[arriving - 1] + colour, move_to(m));
-    if ((m & move_capture) && !(m & move_en_passant) && captured >= pawn && captured <= queen)
-        key ^= piece_key(zobrist_kind_of[captured - 1] + 1 - colour, move_to(m));
-    return key;
-}
-
 // Step 14: the score of move `m`, the `index`th of the list, searched from `board` at
 // `new_depth`: a principal-variation search with a one-ply late-move reduction. A child that is a
 // draw by repetition or by the fifty-move count scores 0 unsearched.
@@ -198,7 +181,7 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
         const Move m = list->moves[i];
         // The next move's slot is fetched while this one is searched.
         if (i + 1 < list->count)
-            hash_prefetch(likely_child_key(node.key, board.white_to_move, list->moves[i + 1]));
+            hash_prefetch(likely_key_after(node.key, board.white_to_move, list->moves[i + 1]));
         const bool quiet = is_quiet(m);
         // Step 14. Extensions, pruning, and the search of the child.
         const int check_ext = (m & move_gives_check) && node.depth <= 3 && !node.in_check ? 1 : 0;

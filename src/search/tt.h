@@ -27,9 +27,9 @@ extern std::uint64_t hash_table_bytes;
 
 // Allocates the table at start-up, reading as empty. Returns false when the memory can't be had.
 bool hash_allocate();
-// Has the system back every page of the table with memory now, which it clears, rather than at
-// each page's first store during the searches; nothing when that was done since the table was
-// last made zero. The table reads as before.
+// Has the system back every page of the table with memory now rather than at each page's first
+// store during the searches; does nothing when that was done since the table was last made zero.
+// The table reads as before.
 void hash_touch();
 // Gives the table back at the end of the program.
 void hash_free();
