@@ -54,25 +54,6 @@ std::string random_line(std::mt19937 &random)
 
 } // namespace
 
-// Boards the random lines seldom build. A run-on row stacks a pawn and a bishop on b5, so the
-// bishop's move to f1 is applied as that pawn's en passant when its legality is tried. The others
-// are searched to the end: a king in check with the other side to move, pawns on the edge ranks,
-// far too many pieces, stacked sets, odd en-passant fields.
-TEST(Garbage, BoardsNoGameReaches)
-{
-    run_command("position fen 4k3/8/8/1B6/81P/8/8/4K3 w - f6 0 1");
-    EXPECT_EQ(run_command("movlist"),
-        "b5b6\nb5f1\nb5e2\nb5d3\nb5a4\nb5c4\nb5a6\nb5c6\nb5d7\nb5e8\n"
-        "e1d1\ne1f1\ne1d2\ne1e2\ne1f2\n");
-    for (const char *fen : { "4k3/4R3/8/8/8/8/8/4K3 w - - 0 1", "P3k3/8/8/8/8/8/8/4K2p w - - 0 1",
-             "QQQQkQQQ/QQQQQQQQ/QQQQQQQQ/8/8/qqqqqqqq/qqqqqqqq/qqqqKqqq w - - 0 1",
-             "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNRRRRR w KQkq - 0 1",
-             "4k3/8/8/8/8/8/8/4K3 w KQkq e3 0 1", "4k3/8/8/8/8/8/8/4K3 b - z9 300 1" }) {
-        run_command((std::string("position fen ") + fen).c_str());
-        EXPECT_NE(run_command("go depth 4").find("bestmove "), std::string::npos) << fen;
-    }
-}
-
 TEST(Garbage, RandomLinesLeaveTheEngineWorking)
 {
     std::mt19937 random(12345);
