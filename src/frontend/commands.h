@@ -4,5 +4,6 @@
 // Runs the command on `text` (any length; not written to). Returns 1 after `quit`, else 0.
 int handle_command(const char *text);
 
-// The name and version, as `uci` and --version give them.
+// The name and version in the `uci` answer: fixed text, whatever the release (--version gives
+// the release and the commit).
 constexpr char engine_version[] = "Korvane 1.0";

@@ -12,18 +12,39 @@
 
 namespace {
 
-const char usage[] = "Usage: korvane [--lf] [bench | --help | --version]\n"
-                     "\n"
-                     "With no argument Korvane is a UCI chess engine on standard input and "
-                     "output;\n"
-                     "type `help` at its prompt for its own commands.\n"
-                     "\n"
-                     "  --lf       end every output line in LF alone instead of CR LF, for\n"
-                     "             tournament managers that split lines at LF only (fastchess)\n"
-                     "  bench      search a fixed set of positions to fixed depths and end with\n"
-                     "             the line \"<nodes> nodes <nps> nps\"\n"
-                     "  --help     print this text\n"
-                     "  --version  print the name and version\n";
+// The release and the commit come from the build (the project version; git when the tree is a
+// checkout); a build that doesn't pass them still says what it is.
+#ifndef KORVANE_RELEASE
+#define KORVANE_RELEASE "unknown release"
+#endif
+#ifndef KORVANE_COMMIT
+#define KORVANE_COMMIT ""
+#endif
+// A build flavour for clients that start the engine by its bare path (testing frameworks, node
+// libraries): 1 starts it as --lf does.
+#ifndef KORVANE_START_LF
+#define KORVANE_START_LF 0
+#endif
+
+const char usage[]
+    = "Usage: korvane [--lf] [bench | --help | -h | --version]\n"
+      "\n"
+      "With no argument Korvane is a UCI chess engine on standard input and output: it\n"
+      "prints nothing until spoken to, then reads a command a line until quit or the end\n"
+      "of input.\n"
+      "\n"
+      "  --lf          end every line in LF alone; without it the UCI answers, the board\n"
+      "                picture and perft's lines end in CR LF (fastchess needs --lf)\n"
+      "  bench         search a fixed set of positions to fixed depths and end with the\n"
+      "                line \"<nodes> nodes <nps> nps\"\n"
+      "  --help, -h    print this text\n"
+      "  --version     print the name, release and commit\n"
+      "\n"
+      "UCI commands: uci, isready, ucinewgame, setoption (ignored), position startpos|fen\n"
+      "<fen> [moves ...], go [depth n] [movetime ms] [wtime ms btime ms winc ms binc ms\n"
+      "movestogo n], stop, quit.\n"
+      "Debugging: printboard, boardkey, movlist, perft n, boardscore, sortedmoves, cls, help.\n"
+      "See man 6 korvane.\n";
 
 bool is(const char *argument, const char *word) { return std::strcmp(argument, word) == 0; }
 
@@ -39,7 +60,7 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; i++) {
         if (is(argv[i], "--lf"))
             lf = true;
-        else if (is(argv[i], "--help"))
+        else if (is(argv[i], "--help") || is(argv[i], "-h"))
             help = true;
         else if (is(argv[i], "--version"))
             version = true;
@@ -50,13 +71,16 @@ int main(int argc, char **argv)
             return 2;
         }
     }
-    set_lf_only(lf);
+    set_lf_only(lf || KORVANE_START_LF);
     if (help) {
         out_write(usage, sizeof usage - 1);
         return 0;
     }
     if (version) {
-        out_puts(engine_version);
+        if (KORVANE_COMMIT[0])
+            out_puts("Korvane " KORVANE_RELEASE " (commit " KORVANE_COMMIT ")");
+        else
+            out_puts("Korvane " KORVANE_RELEASE " (built outside a git checkout: commit unknown)");
         return 0;
     }
     engine_init();

@@ -1,4 +1,5 @@
-"""Drives the engine binary through pipes, as a GUI does."""
+"""Drives the engine binary through pipes, as a GUI does. A cross-built engine is started through
+the emulator named in KORVANE_EMULATOR (blank-separated words, as CTest gives it)."""
 import os
 import re
 import select
@@ -6,9 +7,17 @@ import subprocess
 import time
 
 
+EMULATOR = os.environ.get("KORVANE_EMULATOR", "").split()
+
+
+def command(path, args=()):
+    """The command line that starts the engine at `path`, through the emulator if there is one."""
+    return [*EMULATOR, path, *args]
+
+
 class Engine:
     def __init__(self, path, preexec_fn=None, args=()):
-        self.proc = subprocess.Popen([path, *args], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+        self.proc = subprocess.Popen(command(path, args), stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                      stderr=subprocess.PIPE, bufsize=0, preexec_fn=preexec_fn)
         self.pending = b""
 
@@ -73,7 +82,7 @@ class Engine:
 
 def run(path, text, timeout=60, args=()):
     """Runs the engine on `text` to the end of its input; returns (output, exit status)."""
-    done = subprocess.run([path, *args], input=text.encode("latin-1"), stdout=subprocess.PIPE,
+    done = subprocess.run(command(path, args), input=text.encode("latin-1"), stdout=subprocess.PIPE,
                           timeout=timeout)
     return done.stdout.decode("latin-1"), done.returncode
 
