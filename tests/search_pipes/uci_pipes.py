@@ -272,17 +272,17 @@ def case_arguments(path):
                               timeout=30)
         return done.stdout.decode(), done.stderr.decode(), done.returncode
     out, err, code = call("--version")
-    expect((out, err, code) == ("Korvane 1.0\n", "", 0), (out, err, code))
+    expect(re.fullmatch(r"Korvane \d+\.\d+\.\d+ \((commit [0-9a-f]+|built outside a git checkout: "
+                        r"commit unknown)\)\n", out) and (err, code) == ("", 0), (out, err, code))
     out, err, code = call("--help")
-    expect(code == 0 and err == "" and "--lf" in out and "bench" in out, (out, err, code))
+    expect(code == 0 and err == "" and "--lf" in out and "bench" in out and "perft" in out,
+           (out, err, code))
+    expect(call("-h") == (out, err, code), "-h is --help")
     # An unknown argument, even beside known ones, is named on stderr and nothing runs.
     for args in (["--bogus"], ["--lf", "uci"], ["-lf"]):
         out, err, code = call(*args)
         expect(code == 2 and out == "" and err.count("\n") == 1 and args[-1] in err
                and "--help" in err, (args, out, err, code))
-
-
-
 
 
 def main():
