@@ -1,7 +1,8 @@
 # The engine built without CMake, as engine-testing frameworks build it:
 #   make -j EXE=<output path> CXX=<compiler>
-# This build starts as `korvane --lf` does (lines end in LF alone), since a framework starts the
-# engine by its bare path and can pass no argument. The release comes from CMakeLists.txt, the
+# This build starts as `korvane --uci` does (the standard UCI mode: LF line ends, the Hash and
+# Threads options a framework sets), since a framework starts the engine by its bare path and
+# can pass no argument; `<exe> bench` is the same in every build. The release comes from CMakeLists.txt, the
 # commit from git when the tree is a checkout. `make clean` removes the objects.
 CXX ?= g++
 EXE ?= korvane
@@ -23,7 +24,7 @@ POPCNT := $(shell $(CXX) -mpopcnt -x c++ -c -o /dev/null /dev/null 2>/dev/null &
 
 CXXFLAGS ?= -O3
 CXXFLAGS += -std=c++20 -DNDEBUG -fno-exceptions -Wall -Wextra $(POPCNT) -Isrc \
-  -DKORVANE_RELEASE='"$(VERSION)"' -DKORVANE_COMMIT='"$(COMMIT)"' -DKORVANE_START_LF=1
+  -DKORVANE_RELEASE='"$(VERSION)"' -DKORVANE_COMMIT='"$(COMMIT)"' -DKORVANE_START_MODE=2
 
 SOURCES := $(filter-out src/platform/posix.cpp src/platform/windows.cpp, $(wildcard src/*/*.cpp)) \
   src/platform/$(PLATFORM).cpp

@@ -3,12 +3,12 @@
 # LICENSE at the top of a .zip.
 include(GNUInstallDirs)
 if(WIN32)
-  install(TARGETS korvane RUNTIME DESTINATION .)
+  install(TARGETS korvane korvane-uci RUNTIME DESTINATION .)
   install(FILES README.md LICENSE DESTINATION .)
   set(CPACK_GENERATOR ZIP)
   set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
 else()
-  install(TARGETS korvane RUNTIME DESTINATION games)
+  install(TARGETS korvane korvane-uci RUNTIME DESTINATION games)
   # The man page and the changelog are shipped compressed, as Debian wants them.
   configure_file(packaging/korvane.6.in korvane.6 @ONLY)
   foreach(doc korvane.6 changelog)

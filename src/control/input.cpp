@@ -6,6 +6,7 @@
 
 #include "control/search_limits.h"
 #include "platform/platform.h"
+#include "position/output.h"
 #include "position/text.h"
 
 char input_line[command_size];
@@ -39,6 +40,16 @@ void take_input_line()
         return;
     }
     if (std::strcmp(token, "quit") == 0) search_stop = 1;
+    // The standard mode answers isready at once and takes ponderhit while the search runs.
+    if (standard_mode && std::strcmp(token, "isready") == 0) {
+        out_puts("readyok");
+        out_flush();
+        return;
+    }
+    if (standard_mode && std::strcmp(token, "ponderhit") == 0) {
+        ponder_hit();
+        return;
+    }
     queue_line(input_line);
 }
 

@@ -9,6 +9,10 @@ std::int32_t search_time_limit_ms = default_time_ms;
 std::int32_t time_limit_active = 1;
 double search_start_ms = 0;
 std::uint32_t clock_tick_count = 0;
+std::int32_t standard_mode = 0;
+std::uint64_t node_limit = 0, node_limit_start = 0;
+std::int32_t ponder_budget_ms = -1;
+std::int32_t waits_for_stop = 0;
 
 std::int32_t elapsed_ms(double now, double start)
 {
@@ -20,5 +24,22 @@ std::int32_t elapsed_ms(double now, double start)
 void check_deadline()
 {
     if (!time_limit_active) return;
+    // The tick counter is 32 bits: its difference from the start wraps as the count does.
+    if (node_limit && std::uint32_t(clock_tick_count - node_limit_start) >= node_limit)
+        search_stop = 1;
     if (elapsed_ms(clock_ms_real(), search_start_ms) > search_time_limit_ms) search_stop = 1;
+}
+
+void ponder_hit()
+{
+    if (!waits_for_stop) return;
+    waits_for_stop = 0;
+    if (ponder_budget_ms < 0) {
+        waits_for_stop = 1; // no clock was given: an analysis that stops only at `stop`
+        return;
+    }
+    const std::int64_t limit
+        = std::int64_t(elapsed_ms(clock_ms_real(), search_start_ms)) + ponder_budget_ms;
+    search_time_limit_ms = limit > 2147483647 ? 2147483647 : std::int32_t(limit);
+    time_limit_active = 1;
 }

@@ -13,14 +13,30 @@ extern std::int32_t time_limit_active; // 1: the time limit holds; 0: depth (or 
 extern double search_start_ms; // clock_ms_real() when the search started
 
 constexpr int default_depth = 6, default_time_ms = 10000;
+
+// The standard UCI mode (korvane --uci), for GUIs and analysis: 0 until it is turned on at
+// start-up. What it changes is named where it changes it.
+extern std::int32_t standard_mode;
+// Standard mode only: nodes of both kinds a `go nodes` search may visit, 0 for no such limit,
+// counted from node_limit_start (the clock's node counter when the search began); the budget
+// a ponder search gets at `ponderhit`, -1 for none; and 1 while a `go infinite` or `go ponder`
+// search must wait for `stop` (or `ponderhit`) before it may answer.
+extern std::uint64_t node_limit, node_limit_start;
+extern std::int32_t ponder_budget_ms;
+extern std::int32_t waits_for_stop;
 constexpr int depth_ceiling = 12, time_ceiling_ms = 5500;
 constexpr int default_moves_to_go = 30, lowest_budget_ms = 20, clock_margin_ms = 10;
 
 // The absolute difference of two clock readings, cut to a 32-bit integer.
 std::int32_t elapsed_ms(double now, double start);
 
-// Sets search_stop once the elapsed time is strictly above the time limit.
+// Sets search_stop once the elapsed time is strictly above the time limit, or the node limit is
+// reached (both only while time_limit_active).
 void check_deadline();
+
+// `ponderhit` during a ponder search: from now on the search has the ponder budget, or, without
+// one, runs on until `stop`.
+void ponder_hit();
 
 // Nodes of either kind, alpha-beta and quiescence, counted only to space the clock readings; it
 // runs on from search to search, and nothing else reads it.

@@ -12,6 +12,7 @@
 #include "frontend/eval_commands.h"
 #include "frontend/move_commands.h"
 #include "frontend/search_commands.h"
+#include "frontend/standard_mode.h"
 #include "position/fen.h"
 #include "position/output.h"
 #include "position/text.h"
@@ -146,6 +147,11 @@ constexpr command commands[] = {
 } // namespace
 
 int handle_command(const char *text)
+{
+    return standard_mode ? standard_command(text) : default_command(text);
+}
+
+int default_command(const char *text)
 {
     static char copy[command_size];
     copy_cut(copy, text, sizeof copy);

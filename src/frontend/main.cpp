@@ -6,6 +6,7 @@
 #include "frontend/commands.h"
 #include "frontend/engine.h"
 #include "frontend/search_commands.h"
+#include "frontend/standard_mode.h"
 #include "platform/platform.h"
 #include "position/output.h"
 #include "search/tt.h"
@@ -21,13 +22,13 @@ namespace {
 #define KORVANE_COMMIT ""
 #endif
 // A build flavour for clients that start the engine by its bare path (testing frameworks, node
-// libraries): 1 starts it as --lf does.
-#ifndef KORVANE_START_LF
-#define KORVANE_START_LF 0
+// libraries): 1 starts it as --lf does, 2 as --uci does.
+#ifndef KORVANE_START_MODE
+#define KORVANE_START_MODE 0
 #endif
 
 const char usage[]
-    = "Usage: korvane [--lf] [bench | --help | -h | --version]\n"
+    = "Usage: korvane [--lf | --uci] [bench | --help | -h | --version]\n"
       "\n"
       "With no argument Korvane is a UCI chess engine on standard input and output: it\n"
       "prints nothing until spoken to, then reads a command a line until quit or the end\n"
@@ -35,6 +36,10 @@ const char usage[]
       "\n"
       "  --lf          end every line in LF alone; without it the UCI answers, the board\n"
       "                picture and perft's lines end in CR LF (fastchess needs --lf)\n"
+      "  --uci         the standard UCI mode, for GUIs and analysis: LF line ends, the\n"
+      "                options Hash, Clear Hash and MultiPV, go infinite and ponder until\n"
+      "                stop, go nodes and searchmoves, mate scores, isready at once, and\n"
+      "                an info string line for each refused command\n"
       "  bench         search a fixed set of positions to fixed depths and end with the\n"
       "                line \"<nodes> nodes <nps> nps\"\n"
       "  --help, -h    print this text\n"
@@ -56,10 +61,13 @@ int main(int argc, char **argv)
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     // Arguments may come in any order and combine; an unknown one ends the program before
     // anything else happens. --help wins over --version, which wins over bench.
-    bool lf = false, help = false, version = false, bench = false;
+    bool lf = KORVANE_START_MODE == 1, standard = KORVANE_START_MODE == 2;
+    bool help = false, version = false, bench = false;
     for (int i = 1; i < argc; i++) {
         if (is(argv[i], "--lf"))
             lf = true;
+        else if (is(argv[i], "--uci"))
+            standard = true;
         else if (is(argv[i], "--help") || is(argv[i], "-h"))
             help = true;
         else if (is(argv[i], "--version"))
@@ -71,7 +79,7 @@ int main(int argc, char **argv)
             return 2;
         }
     }
-    set_lf_only(lf || KORVANE_START_LF);
+    set_lf_only(lf || standard);
     if (help) {
         out_write(usage, sizeof usage - 1);
         return 0;
@@ -88,6 +96,7 @@ int main(int argc, char **argv)
         bench_command();
         hash_free();
     } else {
+        if (standard) start_standard_mode();
         command_loop();
     }
     return 0;

@@ -2,8 +2,11 @@
 #include "frontend/move_commands.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
+#include "control/input.h"
+#include "control/search_limits.h"
 #include "movegen/legal.h"
 #include "movegen/perft.h"
 #include "platform/platform.h"
@@ -24,7 +27,7 @@ void print_moves()
     }
 }
 
-std::uint64_t perft_root(int depth)
+std::uint64_t perft_root(int depth, bool (*interrupted)())
 {
     if (depth < 1) return 1;
     MoveList list;
@@ -36,7 +39,8 @@ std::uint64_t perft_root(int depth)
         Board copy = current_board;
         std::uint64_t key = current_key; // a scratch key: the game's own stays untouched
         apply_move_keyed(&copy, list.moves[i], &key);
-        const std::uint64_t nodes = perft(depth - 1, copy);
+        const std::uint64_t nodes = perft(depth - 1, copy, interrupted);
+        if (interrupted && interrupted()) return total;
         move_to_text(list.moves[i], text);
         out_write(text, std::strlen(text));
         if (depth > 1)
@@ -46,6 +50,38 @@ std::uint64_t perft_root(int depth)
         total += nodes;
     }
     return total;
+}
+
+namespace {
+
+// Reads the input every 1024th question: `stop` and `quit` raise search_stop.
+bool input_says_stop()
+{
+    static std::uint32_t asked = 0;
+    if ((++asked & 0x3FF) == 0) poll_input();
+    return search_stop != 0;
+}
+
+} // namespace
+
+void standard_perft_command(char *rest)
+{
+    const char *word = next_token(&rest, ' ');
+    char *end = nullptr;
+    const long depth = word ? std::strtol(word, &end, 10) : -1;
+    if (!word || *end || depth < 0 || depth > 20) {
+        out_printf("info string perft needs a depth from 0 to 20, not '%s'\n", word ? word : "");
+        return;
+    }
+    search_stop = 0;
+    const std::uint64_t start = clock_ms();
+    const std::uint64_t nodes = depth == 0 ? 1 : perft_root(int(depth), input_says_stop);
+    if (search_stop)
+        out_puts("info string perft stopped");
+    else
+        out_printf("%ld=%llu\n", depth, static_cast<unsigned long long>(nodes));
+    out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+    search_stop = 0;
 }
 
 void perft_command(char *rest)

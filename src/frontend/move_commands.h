@@ -10,8 +10,13 @@ void print_moves();
 // Counts the leaves `depth` plies below current_board and prints each root move with its count
 // ("e2e4: 20\r\n"), or the move alone at depth 1. Returns the total; 1 with no lines for a depth
 // below 1.
-std::uint64_t perft_root(int depth);
+// `interrupted`, when given, is passed to perft: a count it ends is no count at all.
+std::uint64_t perft_root(int depth, bool (*interrupted)() = nullptr);
 
 // `perft n`: `rest` is the command line after the word. Prints "n=count" and the elapsed time.
 // Without a number it prints nothing; a negative depth is refused the same way, in silence.
 void perft_command(char *rest);
+
+// The standard mode's `perft n`: the same lines, but `stop` or `quit` ends it (a line says so
+// instead of the count), and a depth that is not a number from 0 to 20 is refused with a line.
+void standard_perft_command(char *rest);

@@ -5,9 +5,10 @@
 #include "movegen/legal.h"
 #include "position/apply.h"
 
-std::uint64_t perft(int depth, Board board)
+std::uint64_t perft(int depth, Board board, bool (*interrupted)())
 {
     if (depth <= 0) return 1;
+    if (interrupted && depth > 1 && interrupted()) return 0;
     MoveList list;
     list.count = 0;
     generate_moves(board, &list);
@@ -20,7 +21,7 @@ std::uint64_t perft(int depth, Board board)
         // The key is a scratch copy, thrown away: only the applier's rules matter here.
         std::uint64_t key = current_key;
         apply_move_keyed(&copy, list.moves[i], &key);
-        total += perft(depth - 1, copy);
+        total += perft(depth - 1, copy, interrupted);
     }
     return total;
 }

@@ -45,5 +45,11 @@ void back_pages(void *block, std::uint64_t bytes);
 // written ones are handed back to the system rather than filled.
 void rezero(void *block, std::uint64_t bytes);
 
+// Sleeps for about `ms` milliseconds.
+void sleep_ms(int ms);
+
+// The machine's physical memory in bytes; 0 when the system doesn't say.
+std::uint64_t physical_memory_bytes();
+
 // Clears a terminal on standard output; prints nothing when it is a pipe or a file.
 void clear_terminal();

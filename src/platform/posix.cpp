@@ -13,6 +13,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+void sleep_ms(int ms)
+{
+    const timespec pause = { ms / 1000, long(ms % 1000) * 1000000L };
+    nanosleep(&pause, nullptr);
+}
+
+std::uint64_t physical_memory_bytes()
+{
+    const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGE_SIZE);
+    return pages > 0 && size > 0 ? std::uint64_t(pages) * std::uint64_t(size) : 0;
+}
+
 // POSIX streams don't translate line ends.
 void platform_init() { }
 

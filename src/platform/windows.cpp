@@ -12,6 +12,15 @@
 #include <io.h>
 #include <windows.h>
 
+void sleep_ms(int ms) { Sleep(DWORD(ms)); }
+
+std::uint64_t physical_memory_bytes()
+{
+    MEMORYSTATUSEX status;
+    status.dwLength = sizeof status;
+    return GlobalMemoryStatusEx(&status) ? std::uint64_t(status.ullTotalPhys) : 0;
+}
+
 void platform_init()
 {
     // The C runtime's text mode would turn every LF into CR LF, so the CR LF of the UCI answers

@@ -16,6 +16,9 @@
 std::int32_t node_count = 0;
 std::int32_t iteration_depth = 0;
 std::int32_t single_reply = 0;
+Move root_moves[max_moves];
+std::int32_t root_move_count = -1;
+std::int32_t search_single_reply = 0;
 
 namespace {
 
@@ -72,6 +75,8 @@ bool probe_ends_node(Node *node, std::int32_t *score)
 {
     node->cur_alpha = node->entry_alpha;
     node->cur_beta = node->entry_beta;
+    // A root that searches only some of its moves neither reads nor writes its own entry.
+    if (node->ply == 0 && root_move_count >= 0) return false;
     HashEntry entry;
     if (!hash_probe(node->key, &entry) || entry.depth < node->depth) return false;
     const std::int32_t s = entry.score;
@@ -146,6 +151,19 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
     }
     pop_key();
     return score;
+}
+
+// Step 10, standard mode: the root keeps the moves of root_moves, in their order in the list.
+void keep_root_moves(MoveList *list)
+{
+    int kept = 0;
+    for (int i = 0; i < list->count; i++)
+        for (int j = 0; j < root_move_count; j++)
+            if (same_move(list->moves[i], root_moves[j])) {
+                list->moves[kept++] = list->moves[i];
+                break;
+            }
+    list->count = kept;
 }
 
 // Step 15: a move that raised alpha or cut off is remembered by the counters (when quiet) and
@@ -321,6 +339,7 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     MoveList list;
     list.count = 0;
     legal_moves<s>(board, &list);
+    if (ply == 0 && root_move_count >= 0) keep_root_moves(&list);
 
     // Step 11. Nothing to search: checkmate or stalemate, or a forced reply at the root, which is
     // played without a search.
@@ -328,7 +347,7 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     Move best_move = 0;
     if (list.count == 0) {
         best_score = node.in_check ? ply - mate_score : 0;
-    } else if (ply == 0 && list.count == 1) {
+    } else if (ply == 0 && list.count == 1 && !search_single_reply) {
         single_reply = 1;
         pv_cell(0, 0) = list.moves[0];
         best_score = 0;
@@ -337,8 +356,9 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     }
 
     // Step 16. Store the result, its bound taken against the window on entry.
-    hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta), depth,
-        best_move);
+    if (ply > 0 || root_move_count < 0)
+        hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta),
+            depth, best_move);
     return best_score;
 }
 

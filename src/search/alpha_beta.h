@@ -15,6 +15,13 @@ extern std::int32_t node_count; // alpha_beta entries in this search, across ite
 extern std::int32_t iteration_depth; // root depth of the running iteration
 extern std::int32_t single_reply; // set when the root has exactly one legal move
 
+// The standard mode's root: when root_move_count is not -1, the root searches only the legal
+// moves that stand in root_moves (MultiPV's later lines, `go searchmoves`); with
+// search_single_reply set, a root with one move searches it instead of playing it at once.
+extern Move root_moves[max_moves];
+extern std::int32_t root_move_count;
+extern std::int32_t search_single_reply;
+
 // Score of `board` for its side to move, with the shortcuts `s`. `depth` is the remaining depth
 // (never negative), `key` the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the
 // root). Fail-soft inside the move loop. Returns 0 at once when search_stop is up; such a score

@@ -1,6 +1,7 @@
 // Iterative deepening and the result of a search.
 #include "search/iterate.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "control/search_limits.h"
@@ -10,6 +11,7 @@
 #include "position/zobrist.h"
 #include "search/alpha_beta.h"
 #include "search/ordering.h"
+#include "search/quiescence.h"
 #include "search/tt.h"
 
 char best_move_text[move_text_size];
@@ -45,7 +47,7 @@ template <Shortcuts s> void build_pv_text()
     int length = 0;
     const int n = pv_length[0];
     Board board = current_board;
-    for (int i = 0; i < n && i < pv_columns; i++) {
+    for (int i = 0; i < n && i < pv_stride; i++) {
         const Move m = pv_cell(0, i);
         if (m == 0) break;
         // A word left over from another branch can end the stored line: the text stops there.
@@ -81,7 +83,7 @@ template <Shortcuts s> const char *iterate(iteration_printer print)
     node_count = 0;
 
     const int last_depth
-        = search_depth_limit < counter_plies - 1 ? search_depth_limit : counter_plies - 1;
+        = search_depth_limit < counter_rows - 1 ? search_depth_limit : counter_rows - 1;
     for (int depth = 1; depth <= last_depth; depth++) {
         iteration_depth = depth;
         const std::int32_t score = alpha_beta_with<s>(
@@ -104,7 +106,124 @@ template <Shortcuts s> const char *iterate(iteration_printer print)
     return best_move_text;
 }
 
+// The lines of one iteration of analyse: the score, the root move, the stored line (row 0 of
+// the table, so that the best one can be put back for the next iteration's ordering) and its text.
+struct analysis_slot {
+    std::int32_t score;
+    Move moves[pv_columns];
+    std::int32_t length;
+    char text[pv_text_size];
+};
+analysis_slot slots[most_lines];
+analysis_slot *order[most_lines];
+
+// Copies the first word of `text` (or nothing) to `out`.
+void first_word(const char *text, char *out)
+{
+    int n = 0;
+    while (text[n] && text[n] != ' ' && n < move_text_size - 1) {
+        out[n] = text[n];
+        n++;
+    }
+    out[n] = '\0';
+}
+
 } // namespace
+
+const char *analyse(int lines, analysis_printer print, char *ponder)
+{
+    best_move_text[0] = ponder[0] = '\0';
+    search_stop = 0;
+    single_reply = 0;
+    search_start_ms = clock_ms_real();
+    node_limit_start = clock_tick_count;
+    clear_counters();
+    std::memset(pv_length, 0, sizeof pv_length);
+    std::memset(pv_table, 0, sizeof pv_table);
+    hash_clear();
+    const std::uint64_t root_key = full_key(&current_board);
+    node_count = 0;
+    quiescence_node_count = 0;
+
+    // The root moves this search may play: every legal one, or those asked for.
+    MoveList candidates;
+    candidates.count = 0;
+    generate_moves(current_board, &candidates);
+    if (root_move_count >= 0) {
+        int kept = 0;
+        for (int i = 0; i < candidates.count; i++)
+            for (int j = 0; j < root_move_count; j++)
+                if (same_move(candidates.moves[i], root_moves[j])) {
+                    candidates.moves[kept++] = candidates.moves[i];
+                    break;
+                }
+        candidates.count = kept;
+    }
+    if (candidates.count == 0) {
+        std::strcpy(best_move_text, "0000");
+        return best_move_text;
+    }
+    if (lines > candidates.count) lines = candidates.count;
+    if (lines < 1) lines = 1;
+    const int given_count = root_move_count;
+    Move given[max_moves];
+    for (int i = 0; i < given_count; i++) given[i] = root_moves[i];
+
+    const int last_depth
+        = search_depth_limit < counter_rows - 1 ? search_depth_limit : counter_rows - 1;
+    for (int depth = 1; depth <= last_depth && !search_stop; depth++) {
+        iteration_depth = depth;
+        int found = 0;
+        for (; found < lines; found++) {
+            // Each later line searches the root moves the earlier ones have not taken; a single
+            // line of every move searches the root as the default search does.
+            root_move_count = lines == 1 && given_count < 0 ? -1 : 0;
+            for (int i = 0; i < candidates.count; i++) {
+                bool taken = false;
+                for (int k = 0; k < found && !taken; k++)
+                    taken = same_move(candidates.moves[i], slots[k].moves[0]);
+                if (!taken && root_move_count >= 0) root_moves[root_move_count++] = candidates.moves[i];
+            }
+            const std::int32_t score = alpha_beta_with<engine_shortcuts>(
+                current_board, depth, -infinity, infinity, root_key, -1, unknown_eval, -1);
+            if (search_stop) break;
+            analysis_slot &slot = slots[found];
+            slot.score = score;
+            slot.length = pv_length[0] < pv_columns ? pv_length[0] : pv_columns;
+            for (int c = 0; c < slot.length; c++) slot.moves[c] = pv_cell(0, c);
+            build_pv_text<engine_shortcuts>();
+            // A line always starts with its root move, even when the table kept none, and ends
+            // with its last move.
+            if (pv_text[0] == '\0') move_to_text(slot.moves[0], pv_text);
+            for (std::size_t n = std::strlen(pv_text); n > 0 && pv_text[n - 1] == ' ';)
+                pv_text[--n] = '\0';
+            std::memcpy(slot.text, pv_text, sizeof pv_text);
+            order[found] = &slot;
+        }
+        if (found < lines) break; // a stopped iteration leaves the last whole one standing
+        // Best first; equal scores keep the order they were found in.
+        std::stable_sort(order, order + lines,
+            [](const analysis_slot *a, const analysis_slot *b) { return a->score > b->score; });
+        const std::uint64_t nodes = std::uint64_t(std::uint32_t(node_count)) + quiescence_node_count;
+        for (int k = 0; k < lines; k++)
+            print({ depth, k + 1, order[k]->score, elapsed_now(), nodes, order[k]->text });
+        // The next iteration starts from the best line.
+        const analysis_slot &best = *order[0];
+        for (int c = 0; c < best.length; c++) pv_cell(0, c) = best.moves[c];
+        pv_length[0] = best.length;
+        first_word(best.text, best_move_text);
+        const char *reply = std::strchr(best.text, ' ');
+        first_word(reply ? reply + 1 : "", ponder);
+        if (time_limit_active && elapsed_now() > search_time_limit_ms) break;
+    }
+    root_move_count = given_count;
+    for (int i = 0; i < given_count; i++) root_moves[i] = given[i];
+    if (best_move_text[0] != '\0') return best_move_text;
+    // Stopped before the first iteration ended: the legal move with the best evaluation.
+    order_by_evaluation(current_board, &candidates);
+    move_to_text(candidates.moves[0], best_move_text);
+    return best_move_text;
+}
 
 const char *iterate_search(iteration_printer print) { return iterate<engine_shortcuts>(print); }
 

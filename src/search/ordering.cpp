@@ -13,10 +13,12 @@ std::uint32_t alpha_counts[counter_plies][64][64];
 std::uint32_t cutoff_counts[counter_plies][64][64];
 Move pv_table[pv_rows * pv_columns];
 std::int32_t pv_length[pv_rows];
+int counter_rows = 13;
+int pv_stride = 13;
 
 namespace {
 
-int counter_row(int ply) { return ply < 0 ? 0 : ply >= counter_plies ? counter_plies - 1 : ply; }
+int counter_row(int ply) { return ply < 0 ? 0 : ply >= counter_rows ? counter_rows - 1 : ply; }
 
 // The node's pv move: row 0, column `row` of the last line, while that line reaches so far.
 Move pv_move_at(int row) { return row < pv_length[0] ? pv_cell(0, row) : 0; }
@@ -62,8 +64,9 @@ std::int32_t capture_gain(Move move) { return victim_value(move) - value_of(move
 
 void clear_counters()
 {
-    std::memset(alpha_counts, 0, sizeof alpha_counts);
-    std::memset(cutoff_counts, 0, sizeof cutoff_counts);
+    // Only the rows in use: the others are never written.
+    std::memset(alpha_counts, 0, sizeof alpha_counts[0] * std::size_t(counter_rows));
+    std::memset(cutoff_counts, 0, sizeof cutoff_counts[0] * std::size_t(counter_rows));
 }
 
 void order_moves(

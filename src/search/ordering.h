@@ -7,8 +7,13 @@
 
 #include "position/board.h"
 
-constexpr int counter_plies = 13; // rows 0..12; deeper nodes read row 12
-constexpr int pv_rows = 25, pv_columns = 13;
+// Room for the standard mode's deep searches. The default search uses the first 13 counter rows
+// (deeper nodes read row 12) and lays out its lines 13 cells a row, a line longer than its row
+// running on into the next one; counter_rows and pv_stride say what the running search uses.
+constexpr int counter_plies = 64;
+constexpr int pv_rows = 80, pv_columns = 64;
+extern int counter_rows; // 13, or counter_plies in the standard mode
+extern int pv_stride; // 13, or pv_columns in the standard mode
 
 // Indexed [ply][from][to], with no colour or piece: a quiet move that raised alpha, or that cut
 // off, between those squares at that ply, in any position of the search.
@@ -16,12 +21,12 @@ extern std::uint32_t alpha_counts[counter_plies][64][64];
 extern std::uint32_t cutoff_counts[counter_plies][64][64];
 
 // Triangular store of the principal variation, one flat array: cell (r, c) is element
-// r * pv_columns + c, and row p holds the best line from ply p in columns p and up; a 0 word
+// r * pv_stride + c, and row p holds the best line from ply p in columns p and up; a 0 word
 // ends a line. pv_length[p] is the column just behind the last move of row p.
 extern Move pv_table[pv_rows * pv_columns];
 extern std::int32_t pv_length[pv_rows];
 
-inline Move &pv_cell(int row, int column) { return pv_table[row * pv_columns + column]; }
+inline Move &pv_cell(int row, int column) { return pv_table[row * pv_stride + column]; }
 
 // A move is quiet for the counters when it neither checks, captures nor promotes.
 constexpr bool is_quiet(Move m)

@@ -8,6 +8,7 @@
 
 HashEntry *hash_table = nullptr;
 std::uint64_t hash_table_bytes = 0;
+std::uint64_t hash_index_mask = 0;
 
 namespace {
 
@@ -24,14 +25,27 @@ bool is_live(const HashEntry &e) { return e.bound >> generation_shift == generat
 
 } // namespace
 
-bool hash_allocate()
+bool hash_allocate() { return hash_resize(hash_table_size); }
+
+bool hash_resize(std::uint64_t bytes)
 {
-    hash_table_bytes = hash_table_size;
+    if (hash_table) hash_free();
+    hash_table_bytes = bytes;
+    hash_index_mask = bytes / sizeof(HashEntry) - 1;
     hash_table = static_cast<HashEntry *>(allocate_zeroed(hash_table_bytes));
     generation = 1;
     stored_since_clear = false;
     touched = false;
     return hash_table != nullptr;
+}
+
+int hash_full_permille()
+{
+    if (!hash_table) return 0;
+    const std::uint64_t sample = hash_index_mask + 1 < 1000 ? hash_index_mask + 1 : 1000;
+    std::uint64_t live = 0;
+    for (std::uint64_t i = 0; i < sample; i++) live += is_live(hash_table[i]) ? 1 : 0;
+    return int(live * 1000 / sample);
 }
 
 void hash_touch()
@@ -43,7 +57,7 @@ void hash_touch()
 
 void hash_free()
 {
-    release_zeroed(hash_table, hash_table_bytes);
+    if (hash_table) release_zeroed(hash_table, hash_table_bytes);
     hash_table = nullptr;
 }
 

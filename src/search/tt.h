@@ -19,14 +19,20 @@ struct HashEntry {
 };
 static_assert(sizeof(HashEntry) == 16);
 
-constexpr std::uint64_t hash_table_size = 0x20000000; // 512 MiB, fixed
-constexpr std::uint64_t hash_entry_count = hash_table_size / sizeof(HashEntry);
+constexpr std::uint64_t hash_table_size = 0x20000000; // 512 MiB; only the standard mode resizes
 
 extern HashEntry *hash_table;
 extern std::uint64_t hash_table_bytes;
+extern std::uint64_t hash_index_mask; // entries - 1: the entry count is a power of two
 
 // Allocates the table at start-up, reading as empty. Returns false when the memory can't be had.
 bool hash_allocate();
+// The standard mode's Hash option: gives the table back and allocates one of `bytes` (a power
+// of two, at least one entry), reading as empty. Returns false, with no table, when the memory
+// can't be had.
+bool hash_resize(std::uint64_t bytes);
+// Slots in a thousand that the running search has written: the first thousand slots sampled.
+int hash_full_permille();
 // Has the system back every page of the table with memory now rather than at each page's first
 // store during the searches; does nothing when that was done since the table was last made zero.
 // The table reads as before.
@@ -38,7 +44,7 @@ void hash_free();
 void hash_clear();
 
 // The slot of `key`: the key modulo the entry count.
-inline HashEntry *hash_slot(std::uint64_t key) { return &hash_table[key % hash_entry_count]; }
+inline HashEntry *hash_slot(std::uint64_t key) { return &hash_table[key & hash_index_mask]; }
 
 // Asks the processor to fetch the slot of `key`: a slot of the 512 MiB table is seldom in any
 // cache, and the fetch then overlaps other work until the probe. Changes nothing.

@@ -93,8 +93,13 @@ def without_elapsed(text):
 
 
 def without_times(text):
-    """`text` with the figures of every elapsed-time line and `info` time field masked."""
-    return re.sub(r" time \d+ ", " time T ", re.sub(r"elapsed time: \d+ ms", "elapsed time: T ms", text))
+    """`text` with the figures that vary from run to run masked: elapsed times, the `info` time
+    field, and in the standard mode nps, hashfull and the largest Hash, which the machine sets."""
+    for pattern, mask in ((r"elapsed time: \d+ ms", "elapsed time: T ms"), (r" time \d+ ", " time T "),
+                          (r" nps \d+ hashfull \d+ ", " nps N hashfull H "),
+                          (r"(option name Hash type spin .* max )\d+", r"\1M")):
+        text = re.sub(pattern, mask, text)
+    return text
 
 
 def without_time(info_line):
