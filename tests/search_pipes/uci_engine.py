@@ -48,6 +48,13 @@ class Engine:
         line, _, self.pending = self.pending.partition(b"\n")
         return line.decode() + "\n"
 
+    def read_lines(self, timeout):
+        """Every line that comes within `timeout` seconds."""
+        lines, deadline = [], time.monotonic() + timeout
+        while (line := self.read_line(max(0.0, deadline - time.monotonic()))) is not None:
+            lines.append(line)
+        return lines
+
     def read_until(self, prefix, timeout):
         """Lines up to and including the first that starts with `prefix`; raises on timeout."""
         lines = []

@@ -248,6 +248,72 @@ def record_sessions(path):
     open(SESSIONS, "w", encoding="latin-1").write(head + "".join(body))
 
 
+def case_standard_mode_searches(path):
+    # An analysis answers isready at once and ends only at stop, even after its deepest
+    # iteration; ponderhit turns a ponder search into a timed one; stop and quit end perft.
+    e = Engine(path, args=["--uci"])
+    e.send("isready\nposition fen 6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1\ngo infinite\n")
+    e.read_until("info depth 63 ", 10)
+    e.send("isready\n")
+    expect(e.read_until("readyok", 1) == ["readyok\n"], "isready during the analysis")
+    expect(e.read_line(0.3) is None, "an analysis answered before stop")
+    e.send("stop\n")
+    expect(e.read_until("bestmove", 1) == ["bestmove a1a8\n"], "stop")
+    e.send("position startpos\ngo ponder wtime 3000 btime 3000\n")
+    e.read_until("info depth 2 ", 10)
+    expect(not [l for l in e.read_lines(0.3) if l.startswith("bestmove")], "ponder answered")
+    e.send("ponderhit\n")
+    e.read_until("bestmove ", 2)
+    e.send("go nodes 3000\n")
+    lines = e.read_until("bestmove ", 10)
+    expect(int(re.search(r" nodes (\d+) ", lines[-2]).group(1)) <= 3000, lines)
+    for ending in ("stop", "quit"):
+        e.send("perft 9\n")
+        time.sleep(0.3)
+        e.send(ending + "\n")
+    expect(e.read_until("info string perft stopped", 2)[-1] == "info string perft stopped\n", "")
+    expect(e.wait(5) == 0, "exit status after quit")
+
+
+def case_multipv(path):
+    # MultiPV 3 at depth 4 over a table of positions: distinct legal root moves (three, or as
+    # many as there are), best first, each line legal, and line 1 the clear best where there is
+    # one. The engine itself referees: a line it refuses in `position ... moves` is illegal.
+    table = os.path.join(os.path.dirname(os.path.abspath(__file__)), "multipv.txt")
+    e = Engine(path, args=["--uci"])
+    e.send("setoption name MultiPV value 3\n")
+    for row in open(table).read().split("\n"):
+        if not row or row.startswith("#"):
+            continue
+        fen, best = row.split(" | ")
+        e.send("position fen %s\nmovlist\nisready\n" % fen)
+        legal = len(e.read_until("readyok", 5)) - 1
+        e.send("go depth 4\n")
+        lines = [l for l in e.read_until("bestmove", 30) if l.startswith("info depth 4 ")]
+        moves = [re.search(r" pv (\S+)", l).group(1) for l in lines]
+        scores = [int(re.search(r" score (?:cp|mate) (-?\d+)", l).group(1)) for l in lines]
+        expect(len(lines) == min(3, legal) and len(set(moves)) == len(moves), (fen, lines))
+        mates = [" mate " in l for l in lines]
+        expect(mates == sorted(mates, reverse=True), lines)
+        if not mates[0]:
+            expect(scores == sorted(scores, reverse=True), lines)
+        for line in lines:
+            e.send("position fen %s moves %s\nisready\n" % (fen, line.split(" pv ")[1].strip()))
+            expect(e.read_until("readyok", 5) == ["readyok\n"], ("illegal line", fen, line))
+        expect(best == "-" or moves[0] == best, (fen, moves))
+    e.send("quit\n")
+    expect(e.wait(5) == 0, "exit status")
+
+
+def case_node_uci(path):
+    driver = os.path.join(os.path.dirname(os.path.abspath(__file__)), "node_uci")
+    if EMULATOR or not os.path.isdir(os.path.join(driver, "node_modules")):
+        print("skipped: node-uci is installed by `npm ci` in %s, and drives a native engine" % driver)
+        sys.exit(77)
+    done = subprocess.run(["node", os.path.join(driver, "drive.mjs"), path], timeout=60)
+    expect(done.returncode == 0, "node-uci")
+
+
 def case_allocation_failure(path):
     if EMULATOR:
         print("skipped: an emulator maps far more address space than any limit that would refuse "
