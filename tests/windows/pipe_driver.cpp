@@ -152,6 +152,13 @@ int wait_exit(Engine *e, double timeout)
     return int(status);
 }
 
+std::string joined(const std::vector<std::string> &lines)
+{
+    std::string all;
+    for (const std::string &line : lines) all += line;
+    return all;
+}
+
 void start_long_search(Engine *e)
 {
     // No time limit: only stop, quit or twelve iterations end it.
