@@ -165,17 +165,18 @@ template <bool white, bool captures> struct generator {
 
     void pawn_moves()
     {
-        constexpr int forward = white ? 8 : -8;
-        constexpr int toward_h = white ? 9 : -7, toward_a = white ? 7 : -9;
-        constexpr int double_rank = white ? 1 : 6, enpassant_rank = white ? 4 : 3;
-        constexpr int enpassant_row = white ? 40 : 16;
+        constexpr const PawnGeometry &g = pawn_geometry[white ? 0 : 1];
+        constexpr int forward = g.forward, toward_h = g.toward_h, toward_a = g.toward_a;
+        constexpr int double_rank = g.double_rank, enpassant_rank = g.enpassant_rank;
+        constexpr int enpassant_row = g.enpassant_row;
         const int ep_file = board.enpassant_file;
         for (Bitboard pawns = captures ? us.pawns & could_take() : us.pawns; pawns;
              pawns &= pawns - 1) {
             const int from = first_square(pawns);
             const int file = square_file(from), rank = square_rank(from);
             const Bitboard targets = allowed(from);
-            if (white ? from >= 48 : from < 16) {
+            // The fast way takes no board with a pawn on its last rank.
+            if (rank == g.promotion_rank) {
                 if (!captures && !(occupied & square_bit(from + forward)))
                     if (targets & square_bit(from + forward)) promotions(from, from + forward);
                 if (file != 7 && (them.all & targets & square_bit(from + toward_h)))
@@ -252,15 +253,12 @@ template <bool white, bool captures> struct generator {
             if (checks_on_copy(word)) word |= move_gives_check;
             append(word);
         };
-        constexpr int shift = white ? 0 : a8;
-        static constexpr int oo_crossed[3] = { e1 + shift, f1 + shift, g1 + shift };
-        static constexpr int ooo_crossed[3] = { c1 + shift, d1 + shift, e1 + shift };
-        constexpr Bitboard oo_empty = square_bit(f1) | square_bit(g1);
-        constexpr Bitboard ooo_empty = square_bit(b1) | square_bit(c1) | square_bit(d1);
-        castle(white ? board.white_oo : board.black_oo, e1 + shift, h1 + shift, oo_crossed,
-            oo_empty << shift, white ? white_oo_word : black_oo_word);
-        castle(white ? board.white_ooo : board.black_ooo, e1 + shift, a1 + shift, ooo_crossed,
-            ooo_empty << shift, white ? white_ooo_word : black_ooo_word);
+        constexpr const CastlingGeometry &oo = castling[white ? 0 : 1][0];
+        constexpr const CastlingGeometry &ooo = castling[white ? 0 : 1][1];
+        castle(white ? board.white_oo : board.black_oo, oo.king_from, oo.rook_from, oo.crossed,
+            oo.between, white ? white_oo_word : black_oo_word);
+        castle(white ? board.white_ooo : board.black_ooo, ooo.king_from, ooo.rook_from,
+            ooo.crossed, ooo.between, white ? white_ooo_word : black_ooo_word);
     }
 
     // False for a board outside the cases the masks are proven for.

@@ -33,10 +33,8 @@ inline void append_promotions(int from, int to)
 template <bool white> void pawn_moves()
 {
     const Bitboard enemies = white ? gen_black : gen_white;
-    const int forward = white ? 8 : -8;
-    const int toward_h = white ? 9 : -7, toward_a = white ? 7 : -9;
-    const int double_rank = white ? 1 : 6, enpassant_rank = white ? 4 : 3;
-    const int enpassant_row = white ? 40 : 16;
+    constexpr const PawnGeometry &g = pawn_geometry[white ? 0 : 1];
+    constexpr int forward = g.forward, toward_h = g.toward_h, toward_a = g.toward_a;
     const int ep_file = gen_board.enpassant_file;
 
     for (Bitboard pawns = white ? gen_board.white_pawns : gen_board.black_pawns; pawns;
@@ -44,8 +42,8 @@ template <bool white> void pawn_moves()
         const int from = first_square(pawns);
         const int file = square_file(from), rank = square_rank(from);
         // A pawn already on its last rank (a garbled FEN) has no square ahead.
-        if (white ? from >= 56 : from < 8) continue;
-        if (white ? from >= 48 : from < 16) {
+        if (rank == g.last_rank) continue;
+        if (rank == g.promotion_rank) {
             if (!(gen_occupied & square_bit(from + forward)))
                 append_promotions(from, from + forward);
             if (file != 7 && (enemies & square_bit(from + toward_h)))
@@ -55,13 +53,13 @@ template <bool white> void pawn_moves()
             continue;
         }
         // En passant trusts the file alone: the target and the pawn taken are not looked at.
-        if (rank == enpassant_rank && file != 7 && ep_file == file + 1)
-            append(en_passant_word | make_move(from, enpassant_row + ep_file));
-        if (rank == enpassant_rank && file != 0 && ep_file == file - 1)
-            append(en_passant_word | make_move(from, enpassant_row + ep_file));
+        if (rank == g.enpassant_rank && file != 7 && ep_file == file + 1)
+            append(en_passant_word | make_move(from, g.enpassant_row + ep_file));
+        if (rank == g.enpassant_rank && file != 0 && ep_file == file - 1)
+            append(en_passant_word | make_move(from, g.enpassant_row + ep_file));
         if (!(gen_occupied & square_bit(from + forward))) {
             append(pawn_word | make_move(from, from + forward));
-            if (rank == double_rank && !(gen_occupied & square_bit(from + 2 * forward)))
+            if (rank == g.double_rank && !(gen_occupied & square_bit(from + 2 * forward)))
                 append(pawn_word | make_move(from, from + 2 * forward));
         }
         if (file != 7 && (enemies & square_bit(from + toward_h)))
@@ -146,24 +144,13 @@ void king_moves()
     const Bitboard king = b.white_to_move ? b.white_king : b.black_king;
     if (!king) return;
     append_targets(first_square(king), king_attacks[first_square(king)] & own_targets(), king_word);
-    // b1 and b8 must be empty but may be attacked; the corners are not tested for attacks.
-    static constexpr int white_oo_crossed[3] = { e1, f1, g1 },
-                         white_ooo_crossed[3] = { c1, d1, e1 };
-    static constexpr int black_oo_crossed[3] = { e8, f8, g8 },
-                         black_ooo_crossed[3] = { c8, d8, e8 };
-    constexpr Bitboard oo_empty = square_bit(f1) | square_bit(g1);
-    constexpr Bitboard ooo_empty = square_bit(b1) | square_bit(c1) | square_bit(d1);
-    if (b.white_to_move) {
-        try_castle(
-            b.white_oo, king, e1, b.white_rooks, h1, white_oo_crossed, oo_empty, white_oo_word);
-        try_castle(
-            b.white_ooo, king, e1, b.white_rooks, a1, white_ooo_crossed, ooo_empty, white_ooo_word);
-    } else {
-        try_castle(b.black_oo, king, e8, b.black_rooks, h8, black_oo_crossed, oo_empty << 56,
-            black_oo_word);
-        try_castle(b.black_ooo, king, e8, b.black_rooks, a8, black_ooo_crossed, ooo_empty << 56,
-            black_ooo_word);
-    }
+    const int colour = b.white_to_move ? 0 : 1;
+    const CastlingGeometry &oo = castling[colour][0], &ooo = castling[colour][1];
+    const Bitboard rooks = b.white_to_move ? b.white_rooks : b.black_rooks;
+    try_castle(b.white_to_move ? b.white_oo : b.black_oo, king, oo.king_from, rooks, oo.rook_from,
+        oo.crossed, oo.between, b.white_to_move ? white_oo_word : black_oo_word);
+    try_castle(b.white_to_move ? b.white_ooo : b.black_ooo, king, ooo.king_from, rooks,
+        ooo.rook_from, ooo.crossed, ooo.between, b.white_to_move ? white_ooo_word : black_ooo_word);
 }
 
 namespace {

@@ -39,8 +39,12 @@ constexpr Move en_passant_word = pawn_word | move_en_passant;
 constexpr Move promotion_word = pawn_word | move_promoted;
 
 // Castling as the king's two squares.
-constexpr Move white_oo_word = make_move(e1, g1, king), white_ooo_word = make_move(e1, c1, king);
-constexpr Move black_oo_word = make_move(e8, g8, king), black_ooo_word = make_move(e8, c8, king);
+constexpr Move castling_word(int colour, int wing)
+{
+    return make_move(castling[colour][wing].king_from, castling[colour][wing].king_to, king);
+}
+constexpr Move white_oo_word = castling_word(0, 0), white_ooo_word = castling_word(0, 1);
+constexpr Move black_oo_word = castling_word(1, 0), black_ooo_word = castling_word(1, 1);
 
 // Each appends to gen_list, pieces in a1-to-h8 order and, for all but pawns, each piece's
 // targets in a1-to-h8 order too. A pawn on its last rank has nowhere to go and no moves.

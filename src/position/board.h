@@ -36,6 +36,13 @@ constexpr int piece_values[6] = { 100, 500, 300, 320, 0, 900 };
 // Value of a piece code: 0 for the king and for any value that names no piece.
 constexpr int value_of(int code) { return code >= 1 && code <= 6 ? piece_values[code - 1] : 0; }
 
+// The material of so many pawns, knights, bishops, rooks and queens; the king has none.
+constexpr std::int32_t material_of_counts(int pawns, int knights, int bishops, int rooks, int queens)
+{
+    return value_of(pawn) * pawns + value_of(knight) * knights + value_of(bishop) * bishops
+        + value_of(rook) * rooks + value_of(queen) * queens;
+}
+
 // A position as a flat value: copied for every trial of a move, never undone.
 struct Board {
     // Piece sets, one bit per square; within a colour rooks, knights, bishops, queens, king, pawns.
@@ -142,6 +149,34 @@ constexpr Move make_move(int from, int to, int mover = no_piece, int captured = 
 
 // Room for every move of any position a legal game can reach.
 constexpr int max_moves = 218;
+
+// Pawn geometry, by colour (0 white, 1 black): the step forward and the captures toward the h
+// and the a file as square offsets, the rank a double step starts from, the rank a pawn takes en
+// passant from, the first square of the rank it lands on then, the rank a move forward promotes
+// from, and the last rank.
+struct PawnGeometry {
+    int forward, toward_h, toward_a;
+    int double_rank, enpassant_rank, enpassant_row, promotion_rank, last_rank;
+};
+inline constexpr PawnGeometry pawn_geometry[2] = {
+    { 8, 9, 7, 1, 4, a6, 6, 7 },
+    { -8, -7, -9, 6, 3, a3, 1, 0 },
+};
+
+// Castling, by colour (0 white, 1 black) and wing (0 king side, 1 queen side): where the king and
+// the rook stand and go, the squares the king stands on and crosses (none may be attacked), and
+// the squares between king and rook (all must be empty; b1 or b8 may be attacked).
+struct CastlingGeometry {
+    int king_from, king_to, rook_from, rook_to;
+    int crossed[3];
+    Bitboard between;
+};
+inline constexpr CastlingGeometry castling[2][2] = {
+    { { e1, g1, h1, f1, { e1, f1, g1 }, square_bit(f1) | square_bit(g1) },
+        { e1, c1, a1, d1, { c1, d1, e1 }, square_bit(b1) | square_bit(c1) | square_bit(d1) } },
+    { { e8, g8, h8, f8, { e8, f8, g8 }, square_bit(f8) | square_bit(g8) },
+        { e8, c8, a8, d8, { c8, d8, e8 }, square_bit(b8) | square_bit(c8) | square_bit(d8) } },
+};
 
 struct MoveList {
     Move moves[max_moves];

@@ -32,11 +32,11 @@ constexpr int no_pruning = 9999;
 
 std::int32_t material_of_both(const Board &b)
 {
-    return value_of(pawn) * square_count(b.white_pawns | b.black_pawns)
-        + value_of(knight) * square_count(b.white_knights | b.black_knights)
-        + value_of(bishop) * square_count(b.white_bishops | b.black_bishops)
-        + value_of(rook) * square_count(b.white_rooks | b.black_rooks)
-        + value_of(queen) * square_count(b.white_queens | b.black_queens);
+    // A square that garbled sets give both colours counts once.
+    return material_of_counts(square_count(b.white_pawns | b.black_pawns),
+        square_count(b.white_knights | b.black_knights),
+        square_count(b.white_bishops | b.black_bishops),
+        square_count(b.white_rooks | b.black_rooks), square_count(b.white_queens | b.black_queens));
 }
 
 bool side_has_pieces(const Board &b)
