@@ -18,8 +18,8 @@ namespace {
 // Material of one colour; the king has none.
 std::int32_t material_of(const eval_input &in, int us)
 {
-    return material_of_counts(square_count(in.pawns[us]), in.knight_count[us],
-        in.bishop_count[us], in.rook_count[us], in.queen_count[us]);
+    return material_of_counts(square_count(in.pawns[us]), in.knight_count[us], in.bishop_count[us],
+        in.rook_count[us], in.queen_count[us]);
 }
 
 // The pawn-and-king cache: the figures of pawn_king_facts for the last pawn-and-king structure

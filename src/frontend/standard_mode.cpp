@@ -199,8 +199,7 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
         return "the en-passant field is not - or a square of the third or sixth rank";
     long long number;
     for (int i = 4; i < count; i++)
-        if (!read_number(fields[i], &number) || number < 0)
-            return "a move counter is not a number";
+        if (!read_number(fields[i], &number) || number < 0) return "a move counter is not a number";
     char text[256];
     std::snprintf(text, sizeof text, "%s %s %s %s %s %s", fields[0], fields[1], fields[2],
         fields[3], count > 4 ? fields[4] : "0", count > 5 ? fields[5] : "1");
@@ -209,7 +208,8 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
     if (square_count(b.white_king) != 1 || square_count(b.black_king) != 1)
         return "it does not have one king of each colour";
     constexpr Bitboard edge_ranks = 0xFF000000000000FFull;
-    if ((b.white_pawns | b.black_pawns) & edge_ranks) return "a pawn stands on the first or last rank";
+    if ((b.white_pawns | b.black_pawns) & edge_ranks)
+        return "a pawn stands on the first or last rank";
     const int waiting_king = first_square(b.white_to_move ? b.black_king : b.white_king);
     if (b.white_to_move ? attacked_by_white(b, waiting_king) : attacked_by_black(b, waiting_king))
         return "the side not to move is in check";
@@ -290,8 +290,8 @@ int run_position(char *rest)
 // within 9 ms of it; at least 1 ms.
 std::int32_t clock_budget(long long remaining, long long increment, long long moves_to_go)
 {
-    long long budget = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go)
-        + increment * 8 / 10;
+    long long budget
+        = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go) + increment * 8 / 10;
     if (budget < lowest_budget_ms) budget = lowest_budget_ms;
     if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
     if (budget < 1) budget = 1;
@@ -307,8 +307,8 @@ int run_go(char *rest)
         long long lowest;
         long long value;
         bool seen;
-    } numbers[] = { { "depth", 1, 0, false }, { "nodes", 1, 0, false },
-        { "movetime", 0, 0, false }, { "mate", 1, 0, false }, { "wtime", -2147483647, 0, false },
+    } numbers[] = { { "depth", 1, 0, false }, { "nodes", 1, 0, false }, { "movetime", 0, 0, false },
+        { "mate", 1, 0, false }, { "wtime", -2147483647, 0, false },
         { "btime", -2147483647, 0, false }, { "winc", 0, 0, false }, { "binc", 0, 0, false },
         { "movestogo", 1, 0, false } };
     bool infinite = false, ponder = false, moves_given = false;
@@ -337,7 +337,8 @@ int run_go(char *rest)
         } else if (moves_given) {
             const Move move = legal_move_named(current_board, word);
             if (!move) {
-                out_printf("info string go refused: searchmoves %s is not a legal move here\n", word);
+                out_printf(
+                    "info string go refused: searchmoves %s is not a legal move here\n", word);
                 return 0;
             }
             if (given < max_moves) chosen[given++] = move;
@@ -348,8 +349,11 @@ int run_go(char *rest)
     }
     const auto &[depth, nodes, movetime, mate, wtime, btime, winc, binc, moves_to_go] = numbers;
     search_depth_limit = counter_plies - 1;
-    if (depth.seen) search_depth_limit = int(depth.value < search_depth_limit ? depth.value : search_depth_limit);
-    if (mate.seen && 2 * mate.value - 1 < search_depth_limit) search_depth_limit = int(2 * mate.value - 1);
+    if (depth.seen)
+        search_depth_limit
+            = int(depth.value < search_depth_limit ? depth.value : search_depth_limit);
+    if (mate.seen && 2 * mate.value - 1 < search_depth_limit)
+        search_depth_limit = int(2 * mate.value - 1);
     const number_word &own = current_board.white_to_move ? wtime : btime;
     const number_word &own_increment = current_board.white_to_move ? winc : binc;
     long long budget = -1;
@@ -357,9 +361,11 @@ int run_go(char *rest)
         budget = movetime.value;
     else if (own.seen)
         budget = clock_budget(own.value, own_increment.value, moves_to_go.value);
-    node_limit = nodes.seen ? std::uint64_t(nodes.value < 0xFFFFFFFFll ? nodes.value : 0xFFFFFFFFll) : 0;
+    node_limit
+        = nodes.seen ? std::uint64_t(nodes.value < 0xFFFFFFFFll ? nodes.value : 0xFFFFFFFFll) : 0;
     waits_for_stop = infinite || ponder;
-    ponder_budget_ms = ponder && budget >= 0 ? std::int32_t(budget > 2147483647 ? 2147483647 : budget) : -1;
+    ponder_budget_ms
+        = ponder && budget >= 0 ? std::int32_t(budget > 2147483647 ? 2147483647 : budget) : -1;
     time_limit_active = !waits_for_stop && (budget >= 0 || node_limit);
     search_time_limit_ms = budget >= 0 && budget < 2147483647 ? std::int32_t(budget) : 2147483647;
     if (infinite) node_limit = 0;

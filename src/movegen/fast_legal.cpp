@@ -257,8 +257,8 @@ template <bool white, bool captures> struct generator {
         constexpr const CastlingGeometry &ooo = castling[white ? 0 : 1][1];
         castle(white ? board.white_oo : board.black_oo, oo.king_from, oo.rook_from, oo.crossed,
             oo.between, white ? white_oo_word : black_oo_word);
-        castle(white ? board.white_ooo : board.black_ooo, ooo.king_from, ooo.rook_from,
-            ooo.crossed, ooo.between, white ? white_ooo_word : black_ooo_word);
+        castle(white ? board.white_ooo : board.black_ooo, ooo.king_from, ooo.rook_from, ooo.crossed,
+            ooo.between, white ? white_ooo_word : black_ooo_word);
     }
 
     // False for a board outside the cases the masks are proven for.

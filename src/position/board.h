@@ -37,7 +37,8 @@ constexpr int piece_values[6] = { 100, 500, 300, 320, 0, 900 };
 constexpr int value_of(int code) { return code >= 1 && code <= 6 ? piece_values[code - 1] : 0; }
 
 // The material of so many pawns, knights, bishops, rooks and queens; the king has none.
-constexpr std::int32_t material_of_counts(int pawns, int knights, int bishops, int rooks, int queens)
+constexpr std::int32_t material_of_counts(
+    int pawns, int knights, int bishops, int rooks, int queens)
 {
     return value_of(pawn) * pawns + value_of(knight) * knights + value_of(bishop) * bishops
         + value_of(rook) * rooks + value_of(queen) * queens;

@@ -357,8 +357,8 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
 
     // Step 16. Store the result, its bound taken against the window on entry.
     if (ply > 0 || root_move_count < 0)
-        hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta),
-            depth, best_move);
+        hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta), depth,
+            best_move);
     return best_score;
 }
 

@@ -1,8 +1,8 @@
 // Iterative deepening and the result of a search.
 #include "search/iterate.h"
 
-#include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "control/search_limits.h"
 #include "eval/evaluate.h"
@@ -182,7 +182,8 @@ const char *analyse(int lines, analysis_printer print, char *ponder)
                 bool taken = false;
                 for (int k = 0; k < found && !taken; k++)
                     taken = same_move(candidates.moves[i], slots[k].moves[0]);
-                if (!taken && root_move_count >= 0) root_moves[root_move_count++] = candidates.moves[i];
+                if (!taken && root_move_count >= 0)
+                    root_moves[root_move_count++] = candidates.moves[i];
             }
             const std::int32_t score = alpha_beta_with<engine_shortcuts>(
                 current_board, depth, -infinity, infinity, root_key, -1, unknown_eval, -1);
@@ -202,9 +203,11 @@ const char *analyse(int lines, analysis_printer print, char *ponder)
         }
         if (found < lines) break; // a stopped iteration leaves the last whole one standing
         // Best first; equal scores keep the order they were found in.
-        std::stable_sort(order, order + lines,
-            [](const analysis_slot *a, const analysis_slot *b) { return a->score > b->score; });
-        const std::uint64_t nodes = std::uint64_t(std::uint32_t(node_count)) + quiescence_node_count;
+        for (int k = 1; k < lines; k++)
+            for (int j = k; j > 0 && order[j]->score > order[j - 1]->score; j--)
+                std::swap(order[j], order[j - 1]);
+        const std::uint64_t nodes
+            = std::uint64_t(std::uint32_t(node_count)) + quiescence_node_count;
         for (int k = 0; k < lines; k++)
             print({ depth, k + 1, order[k]->score, elapsed_now(), nodes, order[k]->text });
         // The next iteration starts from the best line.

@@ -46,7 +46,8 @@ TEST(Eval, RecordedBoards)
             for (int t = 0; t < term_count; t++) {
                 int value;
                 in >> value;
-                ASSERT_EQ(found.terms.value[c][t], value) << where << " colour " << c << " term " << t;
+                ASSERT_EQ(found.terms.value[c][t], value)
+                    << where << " colour " << c << " term " << t;
             }
             int total;
             in >> total;

@@ -103,7 +103,8 @@ TEST_F(HashTable, EveryClearEmptiesTheTableThroughManyGenerations)
 TEST_F(HashTable, BackingThePagesKeepsEverySlot)
 {
     constexpr std::uint64_t per_page = 4096 / sizeof(HashEntry);
-    const std::uint64_t keys[3] = { (hash_table_size / sizeof(HashEntry)) * 5, per_page + (hash_table_size / sizeof(HashEntry)) * 9,
+    const std::uint64_t keys[3] = { (hash_table_size / sizeof(HashEntry)) * 5,
+        per_page + (hash_table_size / sizeof(HashEntry)) * 9,
         per_page * 1000 + (hash_table_size / sizeof(HashEntry)) * 3 };
     for (int round = 0; round < 70; round++) {
         for (const std::uint64_t key : keys) hash_store(key, round, bound_exact, 4, 0x4000FFFF);

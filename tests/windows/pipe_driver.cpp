@@ -207,8 +207,7 @@ bool run_session(const char *engine, const char *name, const char *table)
     std::string out = read_all(&e, 120);
     out = std::regex_replace(out, std::regex("elapsed time: [0-9]+ ms"), "elapsed time: T ms");
     out = std::regex_replace(out, std::regex(" time [0-9]+ "), " time T ");
-    out = std::regex_replace(
-        out, std::regex(" nps [0-9]+ hashfull [0-9]+ "), " nps N hashfull H ");
+    out = std::regex_replace(out, std::regex(" nps [0-9]+ hashfull [0-9]+ "), " nps N hashfull H ");
     out = std::regex_replace(out, std::regex("(option name Hash type spin .* max )[0-9]+"), "$1M");
     out = std::regex_replace(out, std::regex("\r"), "\\r");
     expect(out == wanted, std::string("session ") + name + " gave:\n" + out);
