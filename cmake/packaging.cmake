@@ -20,7 +20,10 @@ else()
       DEPENDS ${source} VERBATIM)
   endforeach()
   add_custom_target(korvane_docs ALL DEPENDS korvane.6.gz changelog.gz)
-  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korvane.6.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
+  # korvane-uci's page is korvane's, by a link.
+  file(CREATE_LINK korvane.6.gz ${CMAKE_CURRENT_BINARY_DIR}/korvane-uci.6.gz SYMBOLIC)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korvane.6.gz ${CMAKE_CURRENT_BINARY_DIR}/korvane-uci.6.gz
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz packaging/copyright README.md
     DESTINATION ${CMAKE_INSTALL_DOCDIR})
   set(CPACK_GENERATOR TGZ DEB)
