@@ -8,7 +8,12 @@ jobs=${JOBS:-2}
 cmake -S . -B build -DCMAKE_BUILD_TYPE=Release
 cmake --build build -j "$jobs"
 cpack --config build/CPackConfig.cmake -B dist
-cmake -S . -B build-windows -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake
+# The toolchain is named once, when the Windows build is first configured.
+if [ -f build-windows/CMakeCache.txt ]; then
+  cmake -S . -B build-windows
+else
+  cmake -S . -B build-windows -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64.cmake
+fi
 cmake --build build-windows -j "$jobs" --target korvane
 cpack --config build-windows/CPackConfig.cmake -B dist
 rm -rf dist/_CPack_Packages

@@ -136,13 +136,13 @@ int run_setoption(char *rest)
                        "powers of two)\n",
                 number, mib);
         // Should the memory not come, ever smaller tables are tried.
+        const long long asked = mib;
         while (!hash_resize(std::uint64_t(mib) << 20) && mib > 1) mib /= 2;
         if (!hash_table) {
             out_puts("info string no memory for a hash table");
             std::exit(1);
         }
-        if ((std::uint64_t(mib) << 20) != hash_table_bytes || mib < number / 2)
-            out_printf("info string Hash is %lld MiB: no memory for more\n", mib);
+        if (mib < asked) out_printf("info string Hash is %lld MiB: no memory for more\n", mib);
     } else if (same_words(name, "MultiPV")) {
         if (!numeric || number < 1 || number > most_lines) {
             out_printf("info string MultiPV takes a number from 1 to %d, not '%s'\n", most_lines,
@@ -311,7 +311,7 @@ int run_go(char *rest)
         { "mate", 1, 0, false }, { "wtime", -2147483647, 0, false },
         { "btime", -2147483647, 0, false }, { "winc", 0, 0, false }, { "binc", 0, 0, false },
         { "movestogo", 1, 0, false } };
-    bool infinite = false, ponder = false, moves_given = false;
+    bool infinite = false, ponder = false, moves_given = false; // moves_given: after searchmoves
     int given = 0;
     Move chosen[max_moves];
     for (char *word; (word = next_token(&rest, ' '));) {
@@ -369,7 +369,8 @@ int run_go(char *rest)
     time_limit_active = !waits_for_stop && (budget >= 0 || node_limit);
     search_time_limit_ms = budget >= 0 && budget < 2147483647 ? std::int32_t(budget) : 2147483647;
     if (infinite) node_limit = 0;
-    root_move_count = moves_given ? given : -1;
+    // `searchmoves` with no move after it leaves every move to the search.
+    root_move_count = given > 0 ? given : -1;
     for (int i = 0; i < given; i++) root_moves[i] = chosen[i];
 
     char reply[move_text_size];
