@@ -34,4 +34,29 @@ TEST(Clock, DeadlineIsStrict)
     time_limit_active = 1;
 }
 
+// The clock is read at every 256th node of either kind; the node limit of the standard mode is
+// looked at with it, counted from the search's start.
+TEST(Clock, ReadEvery256thNodeWithTheNodeLimit)
+{
+    search_stop = 0;
+    time_limit_active = 1;
+    search_time_limit_ms = 10;
+    search_start_ms = clock_ms_real() - 1000;
+    clock_tick_count = 0;
+    for (int i = 1; i < 256; i++) clock_tick();
+    EXPECT_EQ(search_stop, 0);
+    clock_tick();
+    EXPECT_EQ(search_stop, 1);
+
+    search_stop = 0;
+    search_time_limit_ms = 2147483647;
+    node_limit_start = clock_tick_count = 0xFFFFFF00u; // the count wraps on the way
+    node_limit = 512;
+    for (int i = 0; i < 511; i++) clock_tick();
+    EXPECT_EQ(search_stop, 0);
+    clock_tick();
+    EXPECT_EQ(search_stop, 1);
+    node_limit = 0;
+}
+
 } // namespace
