@@ -21,6 +21,18 @@ std::int32_t elapsed_ms(double now, double start)
     return difference >= 2147483647.0 ? 2147483647 : std::int32_t(difference);
 }
 
+std::int64_t clock_budget(std::int64_t remaining, std::int64_t increment, std::int64_t moves_to_go,
+    std::int64_t ceiling, std::int64_t floor)
+{
+    std::int64_t budget
+        = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go) + increment * 8 / 10;
+    if (budget < lowest_budget_ms) budget = lowest_budget_ms;
+    if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
+    if (budget > ceiling) budget = ceiling;
+    if (budget < floor) budget = floor;
+    return budget;
+}
+
 void check_deadline()
 {
     if (!time_limit_active) return;

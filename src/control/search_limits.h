@@ -27,6 +27,12 @@ extern std::int32_t waits_for_stop;
 constexpr int depth_ceiling = 12, time_ceiling_ms = 5500;
 constexpr int default_moves_to_go = 30, lowest_budget_ms = 20, clock_margin_ms = 10;
 
+// The time a clock gives one move, in ms: the remaining time over the moves to go (30 when 0)
+// and 0.8 of the increment, at least 20 ms, 10 ms less than the remaining time once it comes
+// within 9 ms of it, then at most `ceiling` and at least `floor`.
+std::int64_t clock_budget(std::int64_t remaining, std::int64_t increment, std::int64_t moves_to_go,
+    std::int64_t ceiling, std::int64_t floor);
+
 // The absolute difference of two clock readings, cut to a 32-bit integer.
 std::int32_t elapsed_ms(double now, double start);
 

@@ -57,13 +57,8 @@ void parse_go(const char *line, std::int32_t *depth, std::int32_t *time_ms, std:
         const std::int32_t remaining = current_board.white_to_move ? wtime : btime;
         const std::int32_t increment = current_board.white_to_move ? winc : binc;
         if (remaining > 0) {
-            std::int64_t budget = remaining / (moves_to_go ? moves_to_go : default_moves_to_go)
-                + std::int64_t(increment) * 8 / 10;
-            if (budget < lowest_budget_ms) budget = lowest_budget_ms;
-            if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
-            if (budget > time_ceiling_ms) budget = time_ceiling_ms;
-            if (budget < lowest_budget_ms) budget = lowest_budget_ms;
-            *time_ms = std::int32_t(budget);
+            *time_ms = std::int32_t(
+                clock_budget(remaining, increment, moves_to_go, time_ceiling_ms, lowest_budget_ms));
             *active = 1;
             budget_set = true;
             if (depth_seen) {

@@ -285,19 +285,6 @@ int run_position(char *rest)
     return 0;
 }
 
-// The time a clock gives a move: the remaining time over the moves to go (30 when not given)
-// and 0.8 of the increment, at least 20 ms, but 10 ms less than the remaining time once it comes
-// within 9 ms of it; at least 1 ms.
-std::int32_t clock_budget(long long remaining, long long increment, long long moves_to_go)
-{
-    long long budget
-        = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go) + increment * 8 / 10;
-    if (budget < lowest_budget_ms) budget = lowest_budget_ms;
-    if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
-    if (budget < 1) budget = 1;
-    return budget > 2147483647 ? 2147483647 : std::int32_t(budget);
-}
-
 // `go` with depth, nodes, movetime, mate, the clock words, infinite, ponder and searchmoves.
 // Every limit given holds; without any the search runs until `stop` or its deepest iteration.
 int run_go(char *rest)
@@ -360,7 +347,7 @@ int run_go(char *rest)
     if (movetime.seen)
         budget = movetime.value;
     else if (own.seen)
-        budget = clock_budget(own.value, own_increment.value, moves_to_go.value);
+        budget = clock_budget(own.value, own_increment.value, moves_to_go.value, 2147483647, 1);
     node_limit
         = nodes.seen ? std::uint64_t(nodes.value < 0xFFFFFFFFll ? nodes.value : 0xFFFFFFFFll) : 0;
     waits_for_stop = infinite || ponder;
