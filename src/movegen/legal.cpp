@@ -13,6 +13,43 @@ namespace {
 
 PseudoMoveList pseudo;
 
+// Whether `word` leaves the mover's own king attacked. A move off every line through the king
+// can't uncover it, and one off such a line can only uncover that line; king moves, en passant
+// (it takes a second pawn off another line) and every move out of check have the king's square
+// tested in full after the move. Without a king there is nothing to uncover.
+bool leaves_king_attacked(const Board &board, Move word, int own_king, bool in_check)
+{
+    const bool white = board.white_to_move;
+    const int from = move_from(word);
+    Board copy = board;
+    if (!in_check && !(word & move_en_passant) && from != own_king) {
+        const int direction = own_king < 64 ? ray_direction[own_king][from] : 0;
+        if (!direction) return false;
+        apply_move(&copy, word);
+        return white ? white_king_line_attacked(copy, own_king, direction)
+                     : black_king_line_attacked(copy, own_king, direction);
+    }
+    apply_move(&copy, word);
+    const int king_now = first_square(white ? copy.white_king : copy.black_king);
+    return white ? attacked_by_black(copy, king_now) : attacked_by_white(copy, king_now);
+}
+
+// `word` with its capture bit, captured piece and check bit set.
+Move completed_word(const Board &board, Move word, const std::uint8_t *enemy_occupants)
+{
+    const bool white = board.white_to_move;
+    if (word & move_en_passant) word |= move_capture;
+    const int captured = enemy_occupants[move_to(word)];
+    if (captured) word |= captured_bits(captured) | move_capture;
+    word &= ~move_gives_check;
+    Board copy = board;
+    apply_move(&copy, word);
+    const int enemy_king = first_square(white ? copy.black_king : copy.white_king);
+    if (white ? attacked_by_white(copy, enemy_king) : attacked_by_black(copy, enemy_king))
+        word |= move_gives_check;
+    return word;
+}
+
 // Every board, however garbled: the generators write every pseudo-legal word, and each is tried.
 void generate_by_trial(const Board &board, MoveList *list)
 {
@@ -33,48 +70,15 @@ void generate_by_trial(const Board &board, MoveList *list)
     king_moves();
 
     const int own_king = white ? gen_white_king_square : gen_black_king_square;
-    const int in_check
+    const bool in_check
         = white ? attacked_by_black(board, own_king) : attacked_by_white(board, own_king);
     const std::uint8_t *enemy_occupants = white ? black_occupants : white_occupants;
-
     for (int i = 0; i < pseudo.count;) {
-        Move word = pseudo.moves[i];
-        const int from = move_from(word);
-        if (!in_check && !(word & move_en_passant) && from != own_king) {
-            // A move off every line through the king can't uncover it; one off such a line can
-            // only uncover that line. Without a king there is nothing to uncover.
-            const int direction = own_king < 64 ? ray_direction[own_king][from] : 0;
-            if (direction) {
-                Board copy = board;
-                apply_move(&copy, word);
-                if (white ? white_king_line_attacked(copy, own_king, direction)
-                          : black_king_line_attacked(copy, own_king, direction)) {
-                    remove_move(&pseudo, i);
-                    continue;
-                }
-            }
-        } else {
-            // King moves, en passant (it takes a second pawn off another line) and every move
-            // out of check: the king's square is tested in full after the move.
-            Board copy = board;
-            apply_move(&copy, word);
-            const int king_now = first_square(white ? copy.white_king : copy.black_king);
-            if (white ? attacked_by_black(copy, king_now) : attacked_by_white(copy, king_now)) {
-                remove_move(&pseudo, i);
-                continue;
-            }
+        if (leaves_king_attacked(board, pseudo.moves[i], own_king, in_check)) {
+            remove_move(&pseudo, i);
+            continue;
         }
-
-        if (word & move_en_passant) word |= move_capture;
-        const int captured = enemy_occupants[move_to(word)];
-        if (captured) word |= captured_bits(captured) | move_capture;
-        word &= ~move_gives_check;
-        Board copy = board;
-        apply_move(&copy, word);
-        const int enemy_king = first_square(white ? copy.black_king : copy.white_king);
-        if (white ? attacked_by_white(copy, enemy_king) : attacked_by_black(copy, enemy_king))
-            word |= move_gives_check;
-        pseudo.moves[i] = word;
+        pseudo.moves[i] = completed_word(board, pseudo.moves[i], enemy_occupants);
         i++;
     }
 
