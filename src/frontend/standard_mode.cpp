@@ -92,14 +92,6 @@ int run_uci(char *)
     return 0;
 }
 
-int run_isready(char *)
-{
-    hash_touch();
-    out_puts("readyok");
-    out_flush();
-    return 0;
-}
-
 // `setoption name <name> [value <value>]`; names in any case.
 int run_setoption(char *rest)
 {
@@ -159,13 +151,6 @@ int run_setoption(char *rest)
     return 0;
 }
 
-int run_ucinewgame(char *)
-{
-    hash_clear();
-    new_game();
-    return 0;
-}
-
 // Whether the FEN record of `fields` (four to six) is a position: eight ranks of eight squares,
 // readable fields, one king each, no pawn on the first or last rank, the side not to move not in
 // check. Returns the reason it is not, or null; the board goes to *board.
@@ -205,8 +190,7 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
         fields[3], count > 4 ? fields[4] : "0", count > 5 ? fields[5] : "1");
     *board = parse_fen(text);
     const Board &b = *board;
-    if (square_count(b.white_king) != 1 || square_count(b.black_king) != 1)
-        return "it does not have one king of each colour";
+    if (!one_king_each(b)) return "it does not have one king of each colour";
     constexpr Bitboard edge_ranks = 0xFF000000000000FFull;
     if ((b.white_pawns | b.black_pawns) & edge_ranks)
         return "a pawn stands on the first or last rank";
@@ -371,7 +355,6 @@ int run_go(char *rest)
     }
     waits_for_stop = 0;
     node_limit = 0;
-    root_move_count = -1;
     if (reply[0])
         out_printf("bestmove %s ponder %s\n", best, reply);
     else
@@ -395,12 +378,11 @@ struct command {
     int (*run)(char *rest);
 };
 
-// The mode's own words; the debugging words are the default mode's.
+// The mode's own words; isready, ucinewgame and the debugging words are the default mode's, whose
+// line ends the mode's LF output has already made plain.
 constexpr command commands[] = {
     { "uci", run_uci },
-    { "isready", run_isready },
     { "setoption", run_setoption },
-    { "ucinewgame", run_ucinewgame },
     { "position", run_position },
     { "go", run_go },
     { "perft", run_perft },
@@ -411,8 +393,8 @@ constexpr command commands[] = {
     { "quit", run_quit },
 };
 
-constexpr const char *debugging_words[]
-    = { "printboard", "boardkey", "movlist", "boardscore", "sortedmoves", "cls", "help" };
+constexpr const char *default_words[] = { "isready", "ucinewgame", "printboard", "boardkey",
+    "movlist", "boardscore", "sortedmoves", "cls", "help" };
 
 } // namespace
 
@@ -434,8 +416,8 @@ int standard_command(const char *text)
     if (!word) return 0;
     for (const command &c : commands)
         if (std::strcmp(word, c.word) == 0) return c.run(rest);
-    for (const char *debugging : debugging_words)
-        if (std::strcmp(word, debugging) == 0) return default_command(text);
+    for (const char *shared : default_words)
+        if (std::strcmp(word, shared) == 0) return default_command(text);
     out_printf("info string unknown command '%s'\n", word);
     return 0;
 }

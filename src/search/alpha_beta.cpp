@@ -153,19 +153,6 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
     return score;
 }
 
-// Step 10, standard mode: the root keeps the moves of root_moves, in their order in the list.
-void keep_root_moves(MoveList *list)
-{
-    int kept = 0;
-    for (int i = 0; i < list->count; i++)
-        for (int j = 0; j < root_move_count; j++)
-            if (same_move(list->moves[i], root_moves[j])) {
-                list->moves[kept++] = list->moves[i];
-                break;
-            }
-    list->count = kept;
-}
-
 // Step 15: a move that raised alpha or cut off is remembered by the counters (when quiet) and
 // by the principal variation, in the rows that the iteration reads.
 void remember_move(const Node &node, Move m, bool cutoff)
@@ -230,6 +217,18 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
 }
 
 } // namespace
+
+void keep_root_moves(MoveList *list)
+{
+    int kept = 0;
+    for (int i = 0; i < list->count; i++)
+        for (int j = 0; j < root_move_count; j++)
+            if (same_move(list->moves[i], root_moves[j])) {
+                list->moves[kept++] = list->moves[i];
+                break;
+            }
+    list->count = kept;
+}
 
 bool is_passed_pawn_push(const Board &board, Move move)
 {

@@ -21,6 +21,8 @@ extern std::int32_t single_reply; // set when the root has exactly one legal mov
 extern Move root_moves[max_moves];
 extern std::int32_t root_move_count;
 extern std::int32_t search_single_reply;
+// Keeps the moves of `list` that stand in root_moves, in their order in the list.
+void keep_root_moves(MoveList *list);
 
 // Score of `board` for its side to move, with the shortcuts `s`. `depth` is the remaining depth
 // (never negative), `key` the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the

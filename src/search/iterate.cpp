@@ -21,21 +21,49 @@ namespace {
 
 std::int32_t elapsed_now() { return elapsed_ms(clock_ms_real(), search_start_ms); }
 
-// When no iteration has left a move: the legal move with the best evaluation after it, the first
-// of equal ones; "0000" when there is no legal move.
+// When no iteration has left a move: the move of `list` with the best evaluation after it, the
+// first of equal ones; "0000" when the list is empty.
+void best_evaluated_move(MoveList *list)
+{
+    if (list->count == 0) {
+        std::strcpy(best_move_text, "0000");
+        return;
+    }
+    order_by_evaluation(current_board, list);
+    move_to_text(list->moves[0], best_move_text);
+    pv_cell(0, 0) = list->moves[0];
+    pv_length[0] = 1;
+}
+
 template <Shortcuts s> void fallback_move()
 {
     MoveList list;
     list.count = 0;
     legal_moves<s>(current_board, &list);
-    if (list.count == 0) {
-        std::strcpy(best_move_text, "0000");
-        return;
-    }
-    order_by_evaluation(current_board, &list);
-    move_to_text(list.moves[0], best_move_text);
-    pv_cell(0, 0) = list.moves[0];
-    pv_length[0] = 1;
+    best_evaluated_move(&list);
+}
+
+// What every search starts from: no move yet, the clock, empty counters, lines and table, no
+// nodes. Returns the root's key.
+std::uint64_t start_search()
+{
+    best_move_text[0] = '\0';
+    search_stop = 0;
+    single_reply = 0;
+    search_start_ms = clock_ms_real();
+    node_limit_start = clock_tick_count;
+    clear_counters();
+    std::memset(pv_length, 0, sizeof pv_length);
+    std::memset(pv_table, 0, sizeof pv_table);
+    hash_clear();
+    node_count = 0;
+    return full_key(&current_board);
+}
+
+// The last iteration the limit and the rows of the counter tables allow.
+int last_iteration()
+{
+    return search_depth_limit < counter_rows - 1 ? search_depth_limit : counter_rows - 1;
 }
 
 // Builds pv_text from row 0 of pv_table. The line stops before its first word that is not a
@@ -71,19 +99,8 @@ template <Shortcuts s> void build_pv_text()
 // The iterations of one search, with the shortcuts `s` everywhere in the tree.
 template <Shortcuts s> const char *iterate(iteration_printer print)
 {
-    best_move_text[0] = '\0';
-    search_stop = 0;
-    single_reply = 0;
-    search_start_ms = clock_ms_real();
-    clear_counters();
-    std::memset(pv_length, 0, sizeof pv_length);
-    std::memset(pv_table, 0, sizeof pv_table);
-    hash_clear();
-    const std::uint64_t root_key = full_key(&current_board);
-    node_count = 0;
-
-    const int last_depth
-        = search_depth_limit < counter_rows - 1 ? search_depth_limit : counter_rows - 1;
+    const std::uint64_t root_key = start_search();
+    const int last_depth = last_iteration();
     for (int depth = 1; depth <= last_depth; depth++) {
         iteration_depth = depth;
         const std::int32_t score = alpha_beta_with<s>(
@@ -132,58 +149,40 @@ void first_word(const char *text, char *out)
 
 const char *analyse(int lines, analysis_printer print, char *ponder)
 {
-    best_move_text[0] = ponder[0] = '\0';
-    search_stop = 0;
-    single_reply = 0;
-    search_start_ms = clock_ms_real();
-    node_limit_start = clock_tick_count;
-    clear_counters();
-    std::memset(pv_length, 0, sizeof pv_length);
-    std::memset(pv_table, 0, sizeof pv_table);
-    hash_clear();
-    const std::uint64_t root_key = full_key(&current_board);
-    node_count = 0;
+    const std::uint64_t root_key = start_search();
+    ponder[0] = '\0';
     quiescence_node_count = 0;
 
     // The root moves this search may play: every legal one, or those asked for.
     MoveList candidates;
     candidates.count = 0;
     generate_moves(current_board, &candidates);
-    if (root_move_count >= 0) {
-        int kept = 0;
-        for (int i = 0; i < candidates.count; i++)
-            for (int j = 0; j < root_move_count; j++)
-                if (same_move(candidates.moves[i], root_moves[j])) {
-                    candidates.moves[kept++] = candidates.moves[i];
-                    break;
-                }
-        candidates.count = kept;
-    }
+    const bool every_move = root_move_count < 0;
+    if (!every_move) keep_root_moves(&candidates);
+    root_move_count = -1;
     if (candidates.count == 0) {
         std::strcpy(best_move_text, "0000");
         return best_move_text;
     }
     if (lines > candidates.count) lines = candidates.count;
     if (lines < 1) lines = 1;
-    const int given_count = root_move_count;
-    Move given[max_moves];
-    for (int i = 0; i < given_count; i++) given[i] = root_moves[i];
 
-    const int last_depth
-        = search_depth_limit < counter_rows - 1 ? search_depth_limit : counter_rows - 1;
+    const int last_depth = last_iteration();
     for (int depth = 1; depth <= last_depth && !search_stop; depth++) {
         iteration_depth = depth;
         int found = 0;
         for (; found < lines; found++) {
             // Each later line searches the root moves the earlier ones have not taken; a single
             // line of every move searches the root as the default search does.
-            root_move_count = lines == 1 && given_count < 0 ? -1 : 0;
-            for (int i = 0; i < candidates.count; i++) {
-                bool taken = false;
-                for (int k = 0; k < found && !taken; k++)
-                    taken = same_move(candidates.moves[i], slots[k].moves[0]);
-                if (!taken && root_move_count >= 0)
-                    root_moves[root_move_count++] = candidates.moves[i];
+            root_move_count = -1;
+            if (lines > 1 || !every_move) {
+                root_move_count = 0;
+                for (int i = 0; i < candidates.count; i++) {
+                    bool taken = false;
+                    for (int k = 0; k < found && !taken; k++)
+                        taken = same_move(candidates.moves[i], slots[k].moves[0]);
+                    if (!taken) root_moves[root_move_count++] = candidates.moves[i];
+                }
             }
             const std::int32_t score = alpha_beta_with<engine_shortcuts>(
                 current_board, depth, -infinity, infinity, root_key, -1, unknown_eval, -1);
@@ -219,12 +218,10 @@ const char *analyse(int lines, analysis_printer print, char *ponder)
         first_word(reply ? reply + 1 : "", ponder);
         if (time_limit_active && elapsed_now() > search_time_limit_ms) break;
     }
-    root_move_count = given_count;
-    for (int i = 0; i < given_count; i++) root_moves[i] = given[i];
+    root_move_count = -1;
     if (best_move_text[0] != '\0') return best_move_text;
-    // Stopped before the first iteration ended: the legal move with the best evaluation.
-    order_by_evaluation(current_board, &candidates);
-    move_to_text(candidates.moves[0], best_move_text);
+    // Stopped before the first iteration ended.
+    best_evaluated_move(&candidates);
     return best_move_text;
 }
 

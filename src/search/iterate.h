@@ -44,7 +44,8 @@ constexpr int most_lines = 256; // MultiPV's ceiling
 
 // The standard mode's search of current_board: up to search_depth_limit iterations, at most
 // counter_plies - 1 (63), each reporting the `lines` best root moves (1..most_lines, no more than
-// there are), best first, among root_moves when root_move_count is not -1; within the limits,
+// there are), best first, among root_moves when root_move_count is not -1 (which it is again
+// afterwards); within the limits,
 // until search_stop. A stopped iteration is not reported and the move comes from the last whole
 // one. Returns the move to play ("0000" when there is none) and writes the move the line expects
 // in reply, or an empty text, to `ponder` (move_text_size bytes).
