@@ -62,6 +62,19 @@ bool input_says_stop()
     return search_stop != 0;
 }
 
+// Counts the tree `depth` plies below current_board and prints "depth=count" and the elapsed
+// time; a count that `interrupted` ends prints a line that says so instead.
+void count_and_print(int depth, bool (*interrupted)())
+{
+    const std::uint64_t start = clock_ms();
+    const std::uint64_t nodes = depth == 0 ? 1 : perft_root(depth, interrupted);
+    if (interrupted && search_stop)
+        out_puts("info string perft stopped");
+    else
+        out_printf("%d=%llu\n", depth, static_cast<unsigned long long>(nodes));
+    out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+}
+
 } // namespace
 
 void standard_perft_command(char *rest)
@@ -74,13 +87,7 @@ void standard_perft_command(char *rest)
         return;
     }
     search_stop = 0;
-    const std::uint64_t start = clock_ms();
-    const std::uint64_t nodes = depth == 0 ? 1 : perft_root(int(depth), input_says_stop);
-    if (search_stop)
-        out_puts("info string perft stopped");
-    else
-        out_printf("%ld=%llu\n", depth, static_cast<unsigned long long>(nodes));
-    out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+    count_and_print(int(depth), input_says_stop);
     search_stop = 0;
 }
 
@@ -91,8 +98,5 @@ void perft_command(char *rest)
     const int depth = text_to_int(word);
     // A negative depth has no end; it is refused like a missing one.
     if (depth < 0) return;
-    const std::uint64_t start = clock_ms();
-    const std::uint64_t nodes = depth == 0 ? 1 : perft_root(depth);
-    out_printf("%d=%llu\n", depth, static_cast<unsigned long long>(nodes));
-    out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
+    count_and_print(depth, nullptr);
 }
