@@ -153,8 +153,11 @@ int run_setoption(char *rest)
 
 // Whether the FEN record of `fields` (four to six) is a position: eight ranks of eight squares,
 // readable fields, one king each, no pawn on the first or last rank, the side not to move not in
-// check. Returns the reason it is not, or null; the board goes to *board.
-const char *fen_refusal(char *const fields[6], int count, Board *board)
+// check. Returns the reason it is not, or null; the six fields (counters 0 and 1 when missing)
+// go to `text` (fen_text_size bytes) and the board to *board.
+constexpr int fen_text_size = 256; // what the FEN reader reads of a record
+
+const char *fen_refusal(char *const fields[6], int count, char *text, Board *board)
 {
     if (count < 4) return "it has fewer than four fields";
     int rank = 0, squares = 0;
@@ -185,9 +188,9 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
     long long number;
     for (int i = 4; i < count; i++)
         if (!read_number(fields[i], &number) || number < 0) return "a move counter is not a number";
-    char text[256];
-    std::snprintf(text, sizeof text, "%s %s %s %s %s %s", fields[0], fields[1], fields[2],
-        fields[3], count > 4 ? fields[4] : "0", count > 5 ? fields[5] : "1");
+    const int length = std::snprintf(text, fen_text_size, "%s %s %s %s %s %s", fields[0], fields[1],
+        fields[2], fields[3], count > 4 ? fields[4] : "0", count > 5 ? fields[5] : "1");
+    if (length >= fen_text_size) return "it is longer than a FEN record can be";
     *board = parse_fen(text);
     const Board &b = *board;
     if (!one_king_each(b)) return "it does not have one king of each colour";
@@ -229,18 +232,18 @@ int run_position(char *rest)
     int count = 0;
     char *word = next_token(&rest, ' ');
     Board board = start_board;
+    int length;
     if (kind && std::strcmp(kind, "fen") == 0) {
         for (; word && std::strcmp(word, "moves") != 0 && count < 6; word = next_token(&rest, ' '))
             fields[count++] = word;
-        if (const char *why = fen_refusal(fields, count, &board)) {
+        char fen_text[fen_text_size];
+        if (const char *why = fen_refusal(fields, count, fen_text, &board)) {
             out_printf("info string position refused: the FEN is not a position: %s\n", why);
             return 0;
         }
-        std::snprintf(line, sizeof line, "position fen %s %s %s %s %s %s moves", fields[0],
-            fields[1], fields[2], fields[3], count > 4 ? fields[4] : "0",
-            count > 5 ? fields[5] : "1");
+        length = std::snprintf(line, sizeof line, "position fen %s moves", fen_text);
     } else if (kind && std::strcmp(kind, "startpos") == 0) {
-        std::strcpy(line, "position startpos moves");
+        length = std::snprintf(line, sizeof line, "position startpos moves");
     } else {
         out_puts("info string position refused: it needs startpos or fen <fen>");
         return 0;
@@ -249,17 +252,26 @@ int run_position(char *rest)
         out_printf("info string position refused: '%s' where moves or the end was due\n", word);
         return 0;
     }
-    // The legal moves, as the engine writes them, go to the line the game is set up from.
+    // The legal moves, as the engine writes them, go to the line the game is set up from, as far
+    // as a command line holds them.
     while ((word = next_token(&rest, ' '))) {
         const Move move = legal_move_named(board, word);
         if (!move) {
             out_printf("info string move %s is not legal here; the moves before it stand\n", word);
             break;
         }
-        apply_move(&board, move);
         char name[8];
         move_to_text(move, name);
-        std::strcat(std::strcat(line, " "), name);
+        const int size = int(std::strlen(name));
+        if (length + 1 + size >= int(sizeof line)) {
+            out_printf(
+                "info string move %s makes the line too long; the moves before it stand\n", word);
+            break;
+        }
+        apply_move(&board, move);
+        line[length++] = ' ';
+        std::memcpy(line + length, name, std::size_t(size) + 1);
+        length += size;
     }
     if (kind[0] == 'f')
         set_position_fen(line);
