@@ -4,6 +4,7 @@
 // `info string` line and changes nothing. The debugging commands are the default mode's.
 #include "frontend/standard_mode.h"
 
+#include <bit>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -53,9 +54,7 @@ bool same_words(const char *a, const char *b)
 long long largest_hash_mib()
 {
     const std::uint64_t memory = physical_memory_bytes() >> 20;
-    long long mib = 1;
-    while (std::uint64_t(mib) * 2 <= (memory ? memory : 4096)) mib *= 2;
-    return mib;
+    return (long long)std::bit_floor(memory ? memory : 4096);
 }
 
 void print_line(const analysis_line &l)
@@ -121,8 +120,7 @@ int run_setoption(char *rest)
                 value ? value : "");
             return 0;
         }
-        long long mib = 1;
-        while (mib * 2 <= number) mib *= 2;
+        long long mib = (long long)std::bit_floor(std::uint64_t(number));
         if (mib != number)
             out_printf("info string Hash %lld MiB is taken as %lld MiB (the table's sizes are "
                        "powers of two)\n",
