@@ -54,7 +54,7 @@ bool same_words(const char *a, const char *b)
 long long largest_hash_mib()
 {
     const std::uint64_t memory = physical_memory_bytes() >> 20;
-    return (long long)std::bit_floor(memory ? memory : 4096);
+    return static_cast<long long>(std::bit_floor(memory ? memory : 4096));
 }
 
 void print_line(const analysis_line &l)
@@ -120,7 +120,7 @@ int run_setoption(char *rest)
                 value ? value : "");
             return 0;
         }
-        long long mib = (long long)std::bit_floor(std::uint64_t(number));
+        long long mib = static_cast<long long>(std::bit_floor(std::uint64_t(number)));
         if (mib != number)
             out_printf("info string Hash %lld MiB is taken as %lld MiB (the table's sizes are "
                        "powers of two)\n",
