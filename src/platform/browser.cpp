@@ -1,0 +1,113 @@
+// The browser's services, for the WebAssembly build: the engine runs in a Web Worker, and its
+// standard input is a ring of bytes in a SharedArrayBuffer that the page writes command lines
+// into. The worker's script hands the ring to the module as Module.korvaneRing = { head, data }:
+// head an Int32Array of [bytes written, bytes read], both counters that run on and wrap at 2^32,
+// data a Uint8Array whose length is a power of two. Reading blocks on Atomics.wait while the ring
+// is empty. Without a ring (the build run by node from a shell) standard input is descriptor 0,
+// read with blocking reads and never looked into during a search.
+#include "platform/platform.h"
+#include "platform/system_input.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <emscripten.h>
+#include <emscripten/heap.h>
+
+namespace {
+
+// Copies up to `most` waiting bytes of the ring (or of node's standard input) to `into`. When
+// nothing waits it returns 0 at once if `block` is 0, else it waits for bytes; -1 at the end of
+// node's input.
+// clang-format off
+EM_JS(int, ring_read, (char *into, int most, int block), {
+    var ring = Module["korvaneRing"];
+    if (!ring) {
+        if (!block || typeof require !== "function") return block ? -1 : 0;
+        var fs = require("fs"), chunk = Buffer.alloc(most);
+        for (;;) {
+            try {
+                var got = fs.readSync(0, chunk, 0, most, null);
+                HEAPU8.set(chunk.subarray(0, got), into);
+                return got;
+            } catch (e) {
+                if (e.code !== "EAGAIN") return -1;
+            }
+        }
+    }
+    var head = ring.head, data = ring.data, mask = data.length - 1;
+    var written = Atomics.load(head, 0), read = Atomics.load(head, 1);
+    while (written === read) {
+        if (!block) return 0;
+        Atomics.wait(head, 0, written);
+        written = Atomics.load(head, 0);
+    }
+    var count = Math.min((written - read) | 0, most);
+    for (var i = 0; i < count; i++) HEAPU8[into + i] = data[(read + i) & mask];
+    Atomics.store(head, 1, (read + count) | 0);
+    return count;
+});
+
+// How many bytes wait in the ring; 0 without one.
+EM_JS(int, ring_waiting, (), {
+    var ring = Module["korvaneRing"];
+    if (!ring) return 0;
+    return (Atomics.load(ring.head, 0) - Atomics.load(ring.head, 1)) | 0;
+});
+
+// Sleeps `ms` milliseconds, or less when a line arrives in the ring meanwhile: a wait for `stop`
+// answers it as soon as it comes.
+EM_JS(void, ring_sleep, (int ms), {
+    var ring = Module["korvaneRing"];
+    var head = ring ? ring.head : new Int32Array(new SharedArrayBuffer(4));
+    var written = Atomics.load(head, 0);
+    if (ring && written !== Atomics.load(head, 1)) return;
+    Atomics.wait(head, 0, written, ms);
+});
+
+// True when the module has a ring, so input arrives as through a pipe.
+EM_JS(int, ring_present, (), { return Module["korvaneRing"] ? 1 : 0; });
+// clang-format on
+
+} // namespace
+
+// The browser's streams don't translate line ends.
+void platform_init() { }
+
+std::uint64_t clock_ms() { return std::uint64_t(emscripten_get_now()); }
+
+double clock_ms_real() { return emscripten_get_now(); }
+
+int system_read(char *into, int most) { return ring_read(into, most, 1); }
+
+int system_waiting() { return ring_waiting(); }
+
+// Looking into the ring is a call out to JavaScript, as reading the clock is; the tick keeps the
+// search from doing either more than once a millisecond.
+std::uint64_t coarse_tick() { return std::uint64_t(emscripten_get_now()); }
+
+bool stdin_is_pipe() { return ring_present() != 0; }
+
+void sleep_ms(int ms) { ring_sleep(ms); }
+
+// The most memory the module may grow to: all the engine can ever have.
+std::uint64_t physical_memory_bytes() { return emscripten_get_heap_max(); }
+
+// WebAssembly memory has no pages to hand back or to back in advance: the block is zeroed by hand
+// and is backed from the start.
+void *allocate_zeroed(std::uint64_t bytes)
+{
+    if (bytes > emscripten_get_heap_max()) return nullptr;
+    void *block = std::aligned_alloc(64, std::size_t(bytes));
+    if (block) std::memset(block, 0, std::size_t(bytes));
+    return block;
+}
+
+void release_zeroed(void *block, std::uint64_t) { std::free(block); }
+
+void back_pages(void *, std::uint64_t) { }
+
+void rezero(void *block, std::uint64_t bytes) { std::memset(block, 0, std::size_t(bytes)); }
+
+// The page has no terminal to clear.
+void clear_terminal() { }
