@@ -82,13 +82,34 @@ int system_read(char *into, int most) { return ring_read(into, most, 1); }
 
 int system_waiting() { return ring_waiting(); }
 
-// Looking into the ring is a call out to JavaScript, as reading the clock is; the tick keeps the
-// search from doing either more than once a millisecond.
-std::uint64_t coarse_tick() { return std::uint64_t(emscripten_get_now()); }
+namespace {
+
+// The tick last read from the clock, and the asks since.
+std::uint64_t held_tick = 0;
+unsigned asks_since_read = 0;
+
+} // namespace
+
+// The search asks for the tick at every quiescence node and move, millions of times a second, and
+// reading the clock is a call out to JavaScript that costs more than a node's own work: the clock
+// is read at every 64th ask and the tick held in between. A sleep reads it afresh, so that a slow
+// loop (the wait for stop) sees the tick move at each turn.
+std::uint64_t coarse_tick()
+{
+    if (++asks_since_read >= 64) {
+        asks_since_read = 0;
+        held_tick = std::uint64_t(emscripten_get_now());
+    }
+    return held_tick;
+}
 
 bool stdin_is_pipe() { return ring_present() != 0; }
 
-void sleep_ms(int ms) { ring_sleep(ms); }
+void sleep_ms(int ms)
+{
+    ring_sleep(ms);
+    asks_since_read = 63;
+}
 
 // The most memory the module may grow to: all the engine can ever have.
 std::uint64_t physical_memory_bytes() { return emscripten_get_heap_max(); }

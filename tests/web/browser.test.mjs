@@ -1,0 +1,261 @@
+// The page in headless Chromium, served by the page's own server from web/dist (built first by
+// `npm --prefix web run build`). KORVANE_NATIVE names the native build whose bench node count the
+// browser's must equal (default build/korvane). Run: node --test tests/web/
+import { execFileSync, spawn } from "node:child_process";
+import { mkdirSync, readFileSync } from "node:fs";
+import { request } from "node:http";
+import { createRequire } from "node:module";
+import { after, before, test } from "node:test";
+import assert from "node:assert/strict";
+
+const web = new URL("../../web/", import.meta.url);
+const require = createRequire(new URL("package.json", web));
+const { chromium } = require("playwright-core");
+const { Chess } = require("chess.js");
+
+let browser;
+const servers = [];
+
+// Starts web/tools/serve.js on a free loopback port; resolves with its base URL.
+function serve(...extra) {
+  const child = spawn(process.execPath, [new URL("tools/serve.js", web).pathname, "--port", "0", ...extra]);
+  servers.push(child);
+  return new Promise((resolve, reject) => {
+    child.stdout.on("data", (chunk) => {
+      const at = /at (http:\/\/\S+)/.exec(String(chunk));
+      if (at) resolve(at[1]);
+    });
+    child.on("exit", (code) => reject(new Error(`the server ended with ${code}`)));
+  });
+}
+
+// A fresh page that records its console errors and uncaught exceptions.
+async function openPage(url) {
+  const context = await browser.newContext({ viewport: { width: 1200, height: 900 } });
+  // Counts the page's wake-ups of the engine's ring: each line sent is one.
+  await context.addInitScript(() => {
+    const notify = Atomics.notify;
+    window.linesSent = 0;
+    Atomics.notify = (...args) => (window.linesSent++, notify(...args));
+  });
+  const page = await context.newPage();
+  page.errors = [];
+  page.on("console", (message) => message.type() === "error" && page.errors.push(message.text()));
+  page.on("pageerror", (error) => page.errors.push(String(error)));
+  await page.goto(url);
+  await page.waitForFunction(() => window.korvane && window.crossOriginIsolated);
+  await page.evaluate(() => window.korvane.ready);
+  return page;
+}
+
+// Sends `lines` to the page's engine and resolves with what it printed up to and including the
+// first line that `last` (a regular expression's source) matches.
+function exchange(page, lines, last) {
+  return page.evaluate(
+    ([lines, last]) =>
+      new Promise((resolve) => {
+        const seen = [];
+        const stop = window.korvane.listen((line) => {
+          seen.push(line);
+          if (new RegExp(last).test(line)) {
+            stop();
+            resolve(seen);
+          }
+        });
+        for (const line of lines) window.korvane.send(line);
+      }),
+    [lines, last],
+  );
+}
+
+let base;
+before(async () => {
+  base = await serve();
+  browser = await chromium.launch({
+    executablePath: process.env.CHROMIUM || "/usr/bin/chromium",
+    args: ["--disable-gpu", "--disable-quic", "--no-first-run", "--disable-background-networking",
+      "--disable-component-update", "--disable-sync"],
+  });
+});
+
+after(async () => {
+  await browser?.close();
+  for (const child of servers) child.kill();
+});
+
+test("the server answers only the page's own files, with the isolation headers on every answer", async () => {
+  assert.match(base, /^http:\/\/127\.0\.0\.1:/);
+  const cases = readFileSync(new URL("server_paths.txt", import.meta.url), "utf8")
+    .split("\n")
+    .filter((line) => line && !line.startsWith("#"))
+    .map((line) => line.split(/\s+/));
+  const failures = [];
+  for (const [status, path] of cases) {
+    const answer = await new Promise((resolve, reject) =>
+      request(`${base}/`, { path }, (response) => {
+        response.resume();
+        resolve(response);
+      })
+        .on("error", reject)
+        .end(),
+    );
+    const headers = answer.headers;
+    if (String(answer.statusCode) !== status) failures.push(`${path}: status ${answer.statusCode}, not ${status}`);
+    if (headers["cross-origin-opener-policy"] !== "same-origin" || headers["cross-origin-embedder-policy"] !== "require-corp")
+      failures.push(`${path}: isolation headers missing`);
+  }
+  assert.deepEqual(failures, []);
+});
+
+test("the page loads clean, sends nothing by itself and its engine answers uci", async () => {
+  const page = await openPage(base);
+  await page.waitForTimeout(300);
+  assert.equal(await page.evaluate(() => window.linesSent), 0, "lines sent before the user acted");
+  const start = await page.evaluate(() =>
+    new Promise((resolve) => {
+      const stop = window.korvane.listen((line) => {
+        stop();
+        resolve({ line, at: performance.now() });
+      });
+      window.korvane.send("isready");
+    }),
+  );
+  assert.equal(start.line, "readyok", "the first line the engine prints answers the first command");
+  console.log(`first readyok ${start.at.toFixed(0)} ms after navigation start`);
+  const uci = await exchange(page, ["uci"], "^uciok$");
+  assert.match(uci[0], /^id name Korvane/);
+  assert.ok(uci.some((line) => /^option name Hash type spin default \d+ min 1 max \d+$/.test(line)), uci.join("\n"));
+  assert.ok(uci.some((line) => /^option name MultiPV type spin/.test(line)));
+  assert.equal(await page.locator("#message").isHidden(), true);
+  assert.deepEqual(page.errors, []);
+  await page.context().close();
+});
+
+test("twenty engine moves against random replies are legal, and the page shows each", async () => {
+  const page = await openPage(base);
+  await page.selectOption("#movetime", "100");
+  const game = new Chess();
+  let engineMoves = 0;
+  while (engineMoves < 20) {
+    if (game.isGameOver()) {
+      await page.click("#new-game");
+      game.reset();
+    }
+    const replies = game.moves({ verbose: true });
+    const reply = replies[Math.floor(Math.random() * replies.length)];
+    const heard = page.evaluate(
+      () => new Promise((resolve) => {
+        const stop = window.korvane.listen((line) => {
+          if (line.startsWith("bestmove")) {
+            stop();
+            resolve(line);
+          }
+        });
+      }),
+    );
+    heard.catch(() => {}); // left waiting when the reply ends the game
+    await page.fill("#move-input", reply.lan);
+    await page.press("#move-input", "Enter");
+    game.move(reply.lan);
+    if (game.isGameOver()) continue;
+    const best = (await heard).split(" ")[1];
+    assert.doesNotThrow(() => game.move(best), `engine move ${best} in ${game.fen()}`);
+    engineMoves++;
+    // The page plays the move it heard, and only that one.
+    await page.waitForFunction((fen) => document.getElementById("fen-input").placeholder === fen, game.fen());
+    if (engineMoves === 10) {
+      mkdirSync(new URL("test-output/", web), { recursive: true });
+      await page.click("#explain");
+      await page.waitForSelector("#explain-chart .term");
+      await page.screenshot({ path: new URL("test-output/midgame.png", web).pathname });
+    }
+  }
+  assert.deepEqual(page.errors, []);
+  await page.context().close();
+});
+
+test("bad input is refused on the page and the game goes on", async () => {
+  const page = await openPage(base);
+  await page.selectOption("#colour", "none");
+  const cases = [
+    ["#move-input", "e4"],
+    ["#move-input", "Ke2"], // legal after 1. e4 only for White; Black to move
+    ["#fen-input", "not a fen"],
+    ["#fen-input", "7k/8/8/8/8/8/8/KR5R w - - 0 1"], // the side not to move in check
+  ];
+  for (const [field, text] of cases) {
+    await page.fill(field, text);
+    await page.press(field, "Enter");
+    await page.waitForTimeout(200);
+  }
+  assert.equal(await page.locator("#moves li").allTextContents().then((rows) => rows.join("|")), "e4");
+  await page.waitForFunction(() => /refuses/.test(document.getElementById("message").textContent));
+  assert.match(await page.locator("#fen-input").getAttribute("placeholder"), /PPPP1PPP\/RNBQKBNR b KQkq/);
+  await page.context().close();
+});
+
+test("stop ends a search at once, and a reload leaves one worker", async () => {
+  const page = await openPage(base);
+  const times = await page.evaluate(async () => {
+    const times = [];
+    for (let i = 0; i <= 20; i++) {
+      const after = await new Promise((resolve) => {
+        let sent = 0, waiting = false;
+        const stop = window.korvane.listen((line) => {
+          if (line.startsWith("info depth") && !sent && !waiting) {
+            waiting = true;
+            setTimeout(() => {
+              sent = performance.now();
+              window.korvane.send("stop");
+            }, 30);
+          }
+          if (line.startsWith("bestmove")) {
+            stop();
+            resolve(performance.now() - sent);
+          }
+        });
+        window.korvane.send("position startpos");
+        window.korvane.send("go infinite");
+      });
+      if (i > 0) times.push(after);
+    }
+    return times;
+  });
+  times.sort((a, b) => a - b);
+  console.log(`stop answered in ${times[10].toFixed(2)} ms median, ${times[19].toFixed(2)} ms worst`);
+  assert.ok(times[19] < 500, `a stop took ${times[19]} ms`);
+  // Nothing follows a stopped search's bestmove but the answers to later commands.
+  assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
+  await page.click("#analyse");
+  await page.waitForSelector("#lines tbody tr");
+  await page.reload();
+  await page.waitForFunction(() => window.korvane);
+  await page.evaluate(() => window.korvane.ready);
+  await page.waitForTimeout(300);
+  assert.equal(page.workers().length, 1);
+  await page.context().close();
+});
+
+test("bench in the browser counts the native build's nodes", async () => {
+  const native = process.env.KORVANE_NATIVE || new URL("../../build/korvane", import.meta.url).pathname;
+  const expected = execFileSync(native, ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
+  const page = await openPage(base);
+  const last = await page.evaluate(
+    () =>
+      new Promise((resolve) => {
+        const engine = window.korvane.start(["bench"]);
+        engine.listen((line) => /^\d+ nodes \d+ nps$/.test(line) && resolve(line));
+      }),
+  );
+  console.log(`bench: browser ${last}, native ${expected}`);
+  assert.equal(last.split(" ")[0], expected.split(" ")[0]);
+  await page.context().close();
+});
+
+test("without the isolation headers the page isolates itself through its service worker", async () => {
+  const plain = await serve("--no-isolation");
+  const page = await openPage(plain);
+  assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
+  assert.deepEqual(page.errors, []);
+  await page.context().close();
+});
