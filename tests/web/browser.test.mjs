@@ -68,6 +68,17 @@ function exchange(page, lines, last) {
   );
 }
 
+// The board's squares and pieces, "e1:wk", sorted: from the widget's drawing in the page, and
+// from a game of the test's own.
+function boardShows(expected) {
+  const shown = [...document.querySelectorAll("#board g[data-square][data-piece]")];
+  return shown.map((g) => `${g.dataset.square}:${g.dataset.piece}`).sort().join(" ") === expected;
+}
+
+function placement(game) {
+  return game.board().flat().filter(Boolean).map((p) => `${p.square}:${p.color}${p.type}`).sort().join(" ");
+}
+
 let base;
 before(async () => {
   base = await serve();
@@ -161,8 +172,9 @@ test("twenty engine moves against random replies are legal, and the page shows e
     const best = (await heard).split(" ")[1];
     assert.doesNotThrow(() => game.move(best), `engine move ${best} in ${game.fen()}`);
     engineMoves++;
-    // The page plays the move it heard, and only that one.
+    // The page plays the move it heard, and only that one, on its board too.
     await page.waitForFunction((fen) => document.getElementById("fen-input").placeholder === fen, game.fen());
+    await page.waitForFunction(boardShows, placement(game), { timeout: 3000 });
     if (engineMoves === 10) {
       mkdirSync(new URL("test-output/", web), { recursive: true });
       await page.click("#explain");
