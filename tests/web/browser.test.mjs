@@ -94,7 +94,7 @@ after(async () => {
   for (const child of servers) child.kill();
 });
 
-test("the server answers only the page's own files, with the isolation headers on every answer", async () => {
+test("the server answers only the page's own files, with the isolation headers on every answer", { timeout: 120000 }, async () => {
   assert.match(base, /^http:\/\/127\.0\.0\.1:/);
   const cases = readFileSync(new URL("server_paths.txt", import.meta.url), "utf8")
     .split("\n")
@@ -118,7 +118,7 @@ test("the server answers only the page's own files, with the isolation headers o
   assert.deepEqual(failures, []);
 });
 
-test("the page loads clean, sends nothing by itself and its engine answers uci", async () => {
+test("the page loads clean, sends nothing by itself and its engine answers uci", { timeout: 120000 }, async () => {
   const page = await openPage(base);
   await page.waitForTimeout(300);
   assert.equal(await page.evaluate(() => window.linesSent), 0, "lines sent before the user acted");
@@ -142,7 +142,7 @@ test("the page loads clean, sends nothing by itself and its engine answers uci",
   await page.context().close();
 });
 
-test("twenty engine moves against random replies are legal, and the page shows each", async () => {
+test("twenty engine moves against random replies are legal, and the page shows each", { timeout: 120000 }, async () => {
   const page = await openPage(base);
   await page.selectOption("#movetime", "100");
   const game = new Chess();
@@ -186,7 +186,7 @@ test("twenty engine moves against random replies are legal, and the page shows e
   await page.context().close();
 });
 
-test("bad input is refused on the page and the game goes on", async () => {
+test("bad input is refused on the page and the game goes on", { timeout: 120000 }, async () => {
   const page = await openPage(base);
   await page.selectOption("#colour", "none");
   const cases = [
@@ -202,11 +202,15 @@ test("bad input is refused on the page and the game goes on", async () => {
   }
   assert.equal(await page.locator("#moves li").allTextContents().then((rows) => rows.join("|")), "e4");
   await page.waitForFunction(() => /refuses/.test(document.getElementById("message").textContent));
+  // A table larger than the browser gives: said on the page, and the engine goes on.
+  await page.evaluate(() => window.korvane.send("setoption name Hash value 2048"));
+  await page.waitForFunction(() => /memory/.test(document.getElementById("message").textContent));
+  assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
   assert.match(await page.locator("#fen-input").getAttribute("placeholder"), /PPPP1PPP\/RNBQKBNR b KQkq/);
   await page.context().close();
 });
 
-test("stop ends a search at once, and a reload leaves one worker", async () => {
+test("stop ends a search at once, and a reload leaves one worker", { timeout: 120000 }, async () => {
   const page = await openPage(base);
   const times = await page.evaluate(async () => {
     const times = [];
@@ -248,7 +252,7 @@ test("stop ends a search at once, and a reload leaves one worker", async () => {
   await page.context().close();
 });
 
-test("bench in the browser counts the native build's nodes", async () => {
+test("bench in the browser counts the native build's nodes", { timeout: 120000 }, async () => {
   const native = process.env.KORVANE_NATIVE || new URL("../../build/korvane", import.meta.url).pathname;
   const expected = execFileSync(native, ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
   const page = await openPage(base);
@@ -264,7 +268,7 @@ test("bench in the browser counts the native build's nodes", async () => {
   await page.context().close();
 });
 
-test("without the isolation headers the page isolates itself through its service worker", async () => {
+test("without the isolation headers the page isolates itself through its service worker", { timeout: 120000 }, async () => {
   const plain = await serve("--no-isolation");
   const page = await openPage(plain);
   assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);

@@ -208,8 +208,11 @@ function begin(task, lines) {
 }
 
 function onEngineLine(line) {
-  if (line.startsWith("info string")) {
-    if (!(current && current.kind === "check")) showMessage(`Engine: ${line.slice(12)}`, "note");
+  if (line.startsWith("info string") && !(current && current.kind === "check")) {
+    const said = line.slice(12);
+    if (/memory/.test(said))
+      showMessage(`The browser did not give the engine the memory it asked for: ${said}. A smaller table (Table) works.`);
+    else showMessage(`Engine: ${said}`, "note");
   }
   if (!current) return;
   if (current.kind !== "explain" && line.startsWith("info ") && / pv /.test(line)) showInfo(line, current);
@@ -553,6 +556,16 @@ $("multipv").addEventListener("change", () => setOption("MultiPV", $("multipv").
 $("hash").addEventListener("change", () => setOption("Hash", $("hash").value));
 $("explain").addEventListener("click", explain);
 
+function engineStopped(why) {
+  engineUp = false;
+  current = null;
+  next = null;
+  analysing = false;
+  setState("engine stopped");
+  showMessage(`${why} The game is kept.`);
+  updateButtons();
+}
+
 // ---- start ----------------------------------------------------------------------------------
 
 restore();
@@ -562,15 +575,13 @@ renderMoves();
 updateButtons();
 
 if (engine) {
-  window.korvane = { send: engine.send, listen: engine.listen, ready: engine.ready, start: startEngine };
+  const { send, listen, ready, ended } = engine;
+  window.korvane = { send, listen, ready, ended, start: startEngine };
   engine.listen(onEngineLine);
-  engine.listen((line) => {
-    if (line.startsWith("info string the engine")) {
-      engineUp = false;
-      setState("engine stopped");
-      updateButtons();
-    }
-  });
+  engine.ended.then(
+    () => engineStopped("The engine has ended (it was told to quit); reload the page to start it again."),
+    (error) => engineUp && engineStopped(`The engine stopped: ${error.message}. Reload the page to start it again.`),
+  );
   engine.ready.then(
     () => {
       engineUp = true;

@@ -10,7 +10,9 @@ const ringBytes = 1 << 16;
 export function startEngine(args = ["--uci"]) {
   if (typeof SharedArrayBuffer !== "function" || !self.crossOriginIsolated) {
     const error = new Error("this page is not cross-origin isolated, so the engine cannot run");
-    return { send() {}, listen() { return () => {}; }, ready: Promise.reject(error), terminate() {} };
+    const failed = Promise.reject(error);
+    failed.catch(() => {});
+    return { send() {}, listen() { return () => {}; }, ready: failed, ended: failed, terminate() {} };
   }
   const shared = new SharedArrayBuffer(8 + ringBytes);
   const head = new Int32Array(shared, 0, 2);
@@ -18,20 +20,25 @@ export function startEngine(args = ["--uci"]) {
   const encoder = new TextEncoder();
   const listeners = new Set();
   const waiting = []; // encoded lines the ring had no room for yet
-  let settle;
+  let settle, finish;
   const ready = new Promise((resolve, reject) => (settle = { resolve, reject }));
-  ready.catch(() => {}); // a caller that never waits for it should not see an unhandled rejection
+  const ended = new Promise((resolve, reject) => (finish = { resolve, reject }));
+  // A caller that never waits for these should not see an unhandled rejection.
+  ready.catch(() => {});
+  ended.catch(() => {});
 
   const worker = new Worker(new URL("./engine/engine-worker.js", import.meta.url));
   worker.onmessage = ({ data: message }) => {
     if (message.started) settle.resolve();
-    if (message.error) {
-      settle.reject(new Error(message.error));
-      for (const listen of listeners) listen(`info string ${message.error}`);
-    }
     if (typeof message.line === "string") for (const listen of listeners) listen(message.line);
+    if (message.error) fail(message.error);
+    if (typeof message.exit === "number") finish.resolve(message.exit);
   };
-  worker.onerror = (event) => settle.reject(new Error(event.message || "the engine's worker failed"));
+  worker.onerror = (event) => fail(event.message || "the engine's worker failed");
+  function fail(why) {
+    settle.reject(new Error(why));
+    finish.reject(new Error(why));
+  }
   worker.postMessage({ ring: shared, args });
 
   function flush() {
@@ -61,7 +68,10 @@ export function startEngine(args = ["--uci"]) {
       listeners.add(listener);
       return () => listeners.delete(listener);
     },
+    // Resolves once the worker answers, with the engine running.
     ready,
+    // Resolves with main()'s exit code once the engine has ended (quit); rejects if it fails.
+    ended,
     terminate() {
       worker.terminate();
     },
