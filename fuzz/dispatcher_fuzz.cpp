@@ -1,5 +1,6 @@
 // libFuzzer target: each input is a session of command lines given to the dispatcher in-process,
-// after one start-up, from the start position.
+// after one start-up, from the start position. The input's first byte picks the dialect: odd for
+// the standard one, even for the fixed one; the lines follow it.
 //
 // The input is cut at every line feed; a line longer than 16383 characters goes on as the next
 // line and trailing carriage returns are dropped, as the command loop reads standard input; a NUL
@@ -14,7 +15,8 @@
 // first: the root's move loop and the whole capture search under it still run, and the time
 // limit ends the capture searches that explode on crowded garbled boards (two seconds and more
 // each before). Those few searches end by the clock, so their coverage can vary from run to run.
-// A go line whose added words the engine would not read is skipped. A `perft` depth above 2 is
+// A go line whose added words the engine would not read is skipped, and so is a standard go line
+// that would wait for a `stop` (infinite, ponder), which no input here can send. A `perft` depth above 2 is
 // lowered to 2. At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped.
 // `quit` is dispatched like any line; its answer is ignored, so it does not end the process.
 #include <cstddef>
@@ -26,7 +28,8 @@
 #include "control/input.h"
 #include "frontend/commands.h"
 #include "frontend/engine.h"
-#include "frontend/parse_go.h"
+#include "frontend/go_command.h"
+#include "position/output.h"
 #include "position/text.h"
 
 namespace {
@@ -58,28 +61,37 @@ std::string text_of(const std::string &line, const word &w)
     return line.substr(w.start, w.length);
 }
 
-// Appends `words` to a go line whose limits, as the engine reads them, are not yet within the
-// bounds: of two values of one limit word the engine keeps the later, so the added words win.
-void append_limit(std::string &line, const std::string &words, std::int32_t &depth,
-    std::int32_t &time_ms, std::int32_t &active)
+Session sessions[2] = { { &fixed_dialect, 1, 10 }, { &standard_dialect, 1, 10 } };
+
+// The limits of a go line as `session` reads them.
+SearchLimits limits_of(const Session &session, const std::string &line)
 {
-    line += words;
-    parse_go(line.c_str(), &depth, &time_ms, &active);
+    static SearchRequest request;
+    std::string rest = line.size() > 2 ? line.substr(3) : "";
+    for (char &c : rest)
+        if (c == '\t') c = ' ';
+    read_go(session, line.c_str(), rest.data(), &request);
+    return request.limits;
 }
 
-// Returns false when the line can't be held to max_depth and max_movetime.
-bool cap_go(std::string &line)
+// Returns false when the line can't be held to max_depth and max_movetime. Of two values of one
+// limit word the engine keeps the later, so the added words win.
+bool cap_go(const Session &session, std::string &line)
 {
-    std::int32_t depth, time_ms, active;
-    parse_go(line.c_str(), &depth, &time_ms, &active);
-    if (depth > max_depth)
-        append_limit(line, " depth " + std::to_string(max_depth), depth, time_ms, active);
-    if (!active || time_ms > max_movetime)
-        append_limit(line, " movetime " + std::to_string(max_movetime), depth, time_ms, active);
-    // The engine reads only the first 4095 characters of a go line, and a limit word ending the
-    // line takes the first added word as its value: then the words added are not all seen, and
-    // the line is not run.
-    return depth <= max_depth && active && time_ms <= max_movetime;
+    SearchLimits l = limits_of(session, line);
+    if (l.waits_for_stop) return false;
+    if (l.depth > max_depth) {
+        line += " depth " + std::to_string(max_depth);
+        l = limits_of(session, line);
+    }
+    if (!l.timed || l.time_ms > max_movetime) {
+        line += " movetime " + std::to_string(max_movetime);
+        l = limits_of(session, line);
+    }
+    // The fixed dialect reads only the first 4095 characters of a go line, and a limit word ending
+    // the line takes the first added word as its value: then the words added are not all seen,
+    // and the line is not run.
+    return l.depth <= max_depth && l.timed && l.time_ms <= max_movetime && !l.waits_for_stop;
 }
 
 void cap_perft(std::string &line)
@@ -95,17 +107,28 @@ void cap_perft(std::string &line)
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    engine_init();
-    // The fuzzer's standard input is not a GUI: the search's poll must never read it.
+    engine_init(sessions[0]);
+    // The fuzzer's standard input is not a GUI: the search's poll must never read it, in either
+    // dialect.
+    static Dialect quiet_input = standard_dialect;
+    quiet_input.polls_every_input = false;
+    quiet_input.input_end_stops = false;
+    set_input_rules({ &quiet_input, nullptr });
     input_is_pipe = 0;
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    handle_command("position startpos");
-    handle_command("ucinewgame");
+    if (size == 0) return 0;
+    Session &session = sessions[data[0] & 1];
+    data++;
+    size--;
+    set_lf_only(session.dialect->lf_only);
+    handle_command(&session, "position startpos");
+    handle_command(&session, "ucinewgame");
     int searches = 0, perfts = 0;
+    const std::size_t piece_size = std::size_t(session.dialect->longest_line);
     std::size_t at = 0;
     while (at < size) {
         const std::uint8_t *end
@@ -115,20 +138,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         std::string line(reinterpret_cast<const char *>(data + at), length);
         at = next;
         line.resize(std::strlen(line.c_str())); // the text ends at a NUL
-        for (std::size_t piece = 0; piece < line.size(); piece += command_size - 1) {
-            std::string command = line.substr(piece, command_size - 1);
+        for (std::size_t piece = 0; piece < line.size(); piece += piece_size) {
+            std::string command = line.substr(piece, piece_size);
             while (!command.empty() && command.back() == '\r') command.pop_back();
+            // The standard dialect reads tabs as blanks, and so must the caps.
+            if (session.dialect->tabs_are_blanks)
+                for (char &c : command)
+                    if (c == '\t') c = ' ';
             if (command.empty()) continue;
             const std::vector<word> words = words_of(command);
             const std::string first = words.empty() ? "" : text_of(command, words[0]);
             if (first == "go") {
                 if (++searches > max_runs) continue;
-                if (!cap_go(command)) continue;
+                if (!cap_go(session, command)) continue;
             } else if (first == "perft") {
                 if (++perfts > max_runs) continue;
                 cap_perft(command);
             }
-            handle_command(command.c_str());
+            handle_command(&session, command.c_str());
         }
     }
     return 0;

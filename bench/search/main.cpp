@@ -32,7 +32,6 @@ int main(int argc, char **argv)
     int count = bench_position_count;
     if (argc == 3 && std::strcmp(argv[1], "--first") == 0) count = std::atoi(argv[2]);
     init_attack_tables();
-    if (!hash_allocate()) return 1;
     const bench_result total = run_bench(count, print_result);
     const double per_second
         = total.ms > 0 ? double(total.nodes + total.quiescence_nodes) * 1000.0 / total.ms : 0;

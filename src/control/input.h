@@ -1,31 +1,43 @@
-// Input during a search: the poll that drains a piped standard input without blocking, acts on
-// `stop` and `quit`, and parks every other line in a ring that the command loop serves first.
+// Input during a search: the poll that drains standard input without blocking, acts on `stop`
+// and `quit` (and in the standard dialect on `isready` and `ponderhit`), and keeps every other
+// line in a queue that the command loop serves first. How it does so is the dialect's.
 #pragma once
 
 #include <cstdint>
 
-constexpr int command_size = 16384; // a command line: at most 16383 characters and a terminator
-constexpr int line_queue_slots = 64;
+#include "control/dialect.h"
 
-extern char input_line[command_size];
-extern std::int32_t input_line_length;
-extern char line_queue[line_queue_slots][command_size];
-extern std::int32_t line_queue_count, line_queue_head, line_queue_tail;
+constexpr int command_size = 16384; // the fixed dialect's command line and its terminator
+
 // -1 not yet known, 0 no, 1 yes.
 extern std::int32_t input_is_pipe;
 
-// Drains what waits on a piped standard input; never blocks. Called by the search only. Once
+// What the poll needs of the front end: the dialect, and who answers `isready` during a search.
+struct InputRules {
+    const Dialect *dialect;
+    void (*answer_isready)();
+};
+
+// Hands the poll its rules; until then it follows the fixed dialect and answers nothing.
+void set_input_rules(const InputRules &rules);
+
+// Drains what waits on standard input; never blocks. Called by the search and perft only. Once
 // search_stop is up it reads nothing more: the search is ending, and what comes after is left in
 // order for the command loop.
 void poll_input();
 
-// Stores a copy of `text`, cut to 16383 characters, in the ring. Returns 1 when stored, 0 when
-// `text` is null or empty or the ring is full.
+// While held, the poll reads nothing (a search that must finish an iteration after a stop).
+void hold_input(bool held);
+
+// Stores a copy of `text` in the queue, cut to the fixed dialect's 16383 characters there.
+// Returns 1 when stored, 0 when `text` is null or empty or the queue is full.
 int queue_line(const char *text);
 
 // Moves the unfinished line that the poll has begun (its bytes came before anything still unread)
-// into `text` (command_size bytes) and empties it. Returns its length, 0 when there is none.
-int take_partial_line(char *text);
+// into `text` (`size` bytes) and empties it. Returns its length, 0 when there is none; -1 when
+// the line is already longer than the standard dialect takes (its rest is then skipped too).
+int take_partial_line(char *text, int size);
 
-// Takes the oldest queued line into `text` (command_size bytes). Returns 0 when none waits.
-int take_queued_line(char *text);
+// Takes the oldest queued line into `text` (`size` bytes). Returns 0 when none waits, 1 for a
+// line, -1 for a line the standard dialect refused whole for its length.
+int take_queued_line(char *text, int size);

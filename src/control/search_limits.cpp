@@ -4,15 +4,27 @@
 #include "platform/platform.h"
 
 std::int32_t search_stop = 0;
-std::int32_t search_depth_limit = default_depth;
 std::int32_t search_time_limit_ms = default_time_ms;
+std::int32_t search_soft_limit_ms = default_time_ms;
 std::int32_t time_limit_active = 1;
 double search_start_ms = 0;
 std::uint32_t clock_tick_count = 0;
-std::int32_t standard_mode = 0;
 std::uint64_t node_limit = 0, node_limit_start = 0;
 std::int32_t ponder_budget_ms = -1;
 std::int32_t waits_for_stop = 0;
+
+void start_clock(const SearchLimits &limits)
+{
+    search_stop = 0;
+    search_start_ms = limits.start_ms;
+    search_time_limit_ms = limits.time_ms;
+    search_soft_limit_ms = limits.soft_time_ms;
+    time_limit_active = limits.timed ? 1 : 0;
+    node_limit = limits.nodes;
+    node_limit_start = clock_tick_count;
+    ponder_budget_ms = limits.ponder_budget_ms;
+    waits_for_stop = limits.waits_for_stop ? 1 : 0;
+}
 
 std::int32_t elapsed_ms(double now, double start)
 {
@@ -26,10 +38,24 @@ std::int64_t clock_budget(std::int64_t remaining, std::int64_t increment, std::i
 {
     std::int64_t budget
         = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go) + increment * 8 / 10;
-    if (budget < lowest_budget_ms) budget = lowest_budget_ms;
+    if (budget < 20) budget = 20;
     if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
     if (budget > ceiling) budget = ceiling;
     if (budget < floor) budget = floor;
+    return budget;
+}
+
+std::int64_t tournament_budget(std::int64_t remaining, std::int64_t increment,
+    std::int64_t moves_to_go, std::int64_t overhead, std::int64_t *soft)
+{
+    const std::int64_t left = remaining - overhead;
+    std::int64_t budget = left / (moves_to_go > 0 ? moves_to_go : default_moves_to_go)
+        + (increment > 0 ? increment * 3 / 4 : 0);
+    if (budget > left / 2) budget = left / 2;
+    if (budget < 1) budget = 1;
+    // An iteration takes a few times the one before it: one begun past half the budget would
+    // seldom end within it.
+    *soft = budget / 2 > 0 ? budget / 2 : 1;
     return budget;
 }
 
@@ -53,5 +79,6 @@ void ponder_hit()
     const std::int64_t limit
         = std::int64_t(elapsed_ms(clock_ms_real(), search_start_ms)) + ponder_budget_ms;
     search_time_limit_ms = limit > 2147483647 ? 2147483647 : std::int32_t(limit);
+    search_soft_limit_ms = search_time_limit_ms;
     time_limit_active = 1;
 }

@@ -8,7 +8,7 @@
 #include "position/board.h"
 #include "position/output.h"
 
-void print_board()
+void print_board(bool whole_count)
 {
     // Ten lines of 20 characters and CR LF; the dot of a square sits at 3 + 2 * file of the line
     // of its rank, counted from rank 8.
@@ -45,7 +45,7 @@ void print_board()
     out_flush();
     out_printf("Black oo: %s   Black ooo: %s\n", flag(b.black_oo), flag(b.black_ooo));
     out_flush();
-    out_printf("Fifty Move Variable = %d\n", int(b.fifty_move));
+    out_printf("Fifty Move Variable = %d\n", whole_count ? int(b.fifty_move) : int(std::uint8_t(b.fifty_move)));
     out_flush();
     out_printf("Enpassant Rank No = %d\n", int(b.enpassant_file));
     out_flush();

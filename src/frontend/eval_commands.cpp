@@ -7,7 +7,7 @@
 #include "position/board.h"
 #include "position/output.h"
 
-int run_boardscore(const char *, char *)
+int run_boardscore(Session *, const char *, char *)
 {
     const std::int32_t score = evaluate(current_board, current_board.white_to_move, 1);
     out_printf("boardscore: %d\n", int(score));

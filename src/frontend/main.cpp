@@ -3,11 +3,12 @@
 #include <cstdio>
 #include <cstring>
 
-#include "frontend/commands.h"
 #include "frontend/engine.h"
-#include "frontend/search_commands.h"
-#include "frontend/standard_mode.h"
+#include "frontend/go_command.h"
 #include "platform/platform.h"
+#include "movegen/attacks.h"
+#include "position/board.h"
+#include "position/fen.h"
 #include "position/output.h"
 #include "search/tt.h"
 
@@ -36,10 +37,11 @@ const char usage[]
       "\n"
       "  --lf          end every line in LF alone; without it the UCI answers, the board\n"
       "                picture and perft's lines end in CR LF (fastchess needs --lf)\n"
-      "  --uci         the standard UCI mode, for GUIs and analysis: LF line ends, the\n"
-      "                options Hash, Clear Hash and MultiPV, go infinite and ponder until\n"
-      "                stop, go nodes and searchmoves, mate scores, isready at once, and\n"
-      "                an info string line for each refused command\n"
+      "  --uci         the standard UCI dialect, for GUIs, analysis and tournaments: LF\n"
+      "                line ends, the options Hash, Clear Hash, MultiPV, Move Overhead\n"
+      "                and Threads, go infinite and ponder until stop, go nodes, mate\n"
+      "                and searchmoves, mate scores, isready at once, every line carried\n"
+      "                out in order, an info string line for each refused word\n"
       "  bench         search a fixed set of positions to fixed depths and end with the\n"
       "                line \"<nodes> nodes <nps> nps\"\n"
       "  --help, -h    print this text\n"
@@ -79,7 +81,8 @@ int main(int argc, char **argv)
             return 2;
         }
     }
-    set_lf_only(lf || standard);
+    Session session = { standard ? &standard_dialect : &fixed_dialect, 1, 10 };
+    set_lf_only(lf || session.dialect->lf_only);
     if (help) {
         out_write(usage, sizeof usage - 1);
         return 0;
@@ -91,13 +94,19 @@ int main(int argc, char **argv)
             out_puts("Korvane " KORVANE_RELEASE " (built outside a git checkout: commit unknown)");
         return 0;
     }
-    engine_init();
     if (bench) {
-        bench_command();
+        // The benchmark's own 16 MiB table, whatever the dialect's.
+        init_attack_tables();
+        current_board = start_board;
+        new_game();
+        if (!bench_command()) {
+            std::fputs("Failed to allocate hash table\r\n", stderr);
+            return 1;
+        }
         hash_free();
-    } else {
-        if (standard) start_standard_mode();
-        command_loop();
+        return 0;
     }
+    engine_init(session);
+    command_loop(&session);
     return 0;
 }

@@ -77,26 +77,24 @@ void count_and_print(int depth, bool (*interrupted)())
 
 } // namespace
 
-void standard_perft_command(char *rest)
+int run_perft(Session *session, const char *, char *rest)
 {
     const char *word = next_token(&rest, ' ');
+    if (!session->dialect->standard) {
+        if (!word) return 0;
+        const int depth = text_to_int(word);
+        // A negative depth has no end; it is refused like a missing one.
+        if (depth >= 0) count_and_print(depth, nullptr);
+        return 0;
+    }
     char *end = nullptr;
     const long depth = word ? std::strtol(word, &end, 10) : -1;
     if (!word || *end || depth < 0 || depth > 20) {
-        out_printf("info string perft needs a depth from 0 to 20, not '%s'\n", word ? word : "");
-        return;
+        out_printf("info string perft needs a depth from 0 to 20, not '%.100s'\n", word ? word : "");
+        return 0;
     }
     search_stop = 0;
     count_and_print(int(depth), input_says_stop);
     search_stop = 0;
-}
-
-void perft_command(char *rest)
-{
-    const char *word = next_token(&rest, ' ');
-    if (!word) return;
-    const int depth = text_to_int(word);
-    // A negative depth has no end; it is refused like a missing one.
-    if (depth < 0) return;
-    count_and_print(depth, nullptr);
+    return 0;
 }

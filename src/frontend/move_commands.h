@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "frontend/session.h"
+
 // `movlist`: the legal moves of current_board in generation order, one per line; nothing at all
 // when there are none.
 void print_moves();
@@ -14,9 +16,7 @@ void print_moves();
 std::uint64_t perft_root(int depth, bool (*interrupted)() = nullptr);
 
 // `perft n`: `rest` is the command line after the word. Prints "n=count" and the elapsed time.
-// Without a number it prints nothing; a negative depth is refused the same way, in silence.
-void perft_command(char *rest);
-
-// The standard mode's `perft n`: the same lines, but `stop` or `quit` ends it (a line says so
-// instead of the count), and a depth that is not a number from 0 to 20 is refused with a line.
-void standard_perft_command(char *rest);
+// The fixed dialect prints nothing without a number and refuses a negative depth the same way,
+// in silence; the standard dialect refuses a depth that is not a number from 0 to 20 with a line,
+// and `stop` or `quit` ends the count (a line says so instead of the count).
+int run_perft(Session *session, const char *line, char *rest);

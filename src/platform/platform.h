@@ -33,6 +33,9 @@ bool stdin_is_pipe();
 // the input has ended.
 int stdin_take_waiting(char *bytes, int most);
 
+// True once standard input has ended and every byte of it has been taken.
+bool stdin_closed();
+
 // A zero-filled block of `bytes` bytes whose pages cost nothing until they are written; null when
 // the system refuses it.
 void *allocate_zeroed(std::uint64_t bytes);

@@ -72,3 +72,5 @@ int stdin_take_waiting(char *bytes, int most)
     stdin_start += taken;
     return taken;
 }
+
+bool stdin_closed() { return stdin_ended && stdin_start == stdin_end; }

@@ -94,10 +94,11 @@ std::uint64_t coarse_tick()
 int system_waiting()
 {
     DWORD waiting = 0;
-    // A failing look (a broken pipe, or no pipe at all) reads as nothing waiting; the command
-    // loop sees the end of input once the search is over. Asking for exactly what waits keeps
-    // the read from blocking.
-    if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr)) return 0;
+    // A broken pipe is the end of input: the read that follows says so at once. Any other failing
+    // look (no pipe at all) reads as nothing waiting. Asking for exactly what waits keeps the
+    // read from blocking.
+    if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr))
+        return GetLastError() == ERROR_BROKEN_PIPE ? 1 : 0;
     return waiting > 0x40000000 ? 0x40000000 : int(waiting);
 }
 

@@ -51,8 +51,8 @@ struct Board {
     Bitboard black_rooks, black_knights, black_bishops, black_queens, black_king, black_pawns;
     // Castling rights not yet lost through a king or rook move; they say nothing of the rook.
     std::int32_t white_ooo, white_oo, black_ooo, black_oo;
-    // Half-moves since the last pawn move or capture (wraps at 256).
-    std::uint8_t fifty_move;
+    // Half-moves since the last pawn move or capture. The fixed dialect reads it modulo 256.
+    std::uint16_t fifty_move;
     // File of the pawn that has just made a double step, -1 for none.
     std::int8_t enpassant_file;
     std::int32_t white_to_move;

@@ -45,17 +45,16 @@ Bitboard *piece_set(Board &b, char letter)
     return nullptr;
 }
 
-// Sets up the key and a one-entry history, then plays the moves of `moves` (null for none).
-void start_history_and_play(char *moves)
+// Sets up `board` with a one-entry history, then plays the moves of `moves` (null for none).
+void start_and_play(const Board &board, char *moves)
 {
-    new_game();
+    start_game(board);
     if (!moves) return;
     trim_blanks(moves);
     for (char *token; (token = next_token(&moves, ' '));) {
         // A token shorter than a move (four characters) is skipped: nothing is played for it.
         if (std::strlen(token) < 4) continue;
-        apply_move_keyed(&current_board, text_to_move(token), &current_key);
-        push_key(current_key);
+        play_game_move(text_to_move(token));
     }
 }
 
@@ -122,8 +121,7 @@ void set_position_fen(const char *line)
         moves += 5;
     }
     trim_blanks(argument);
-    current_board = parse_fen(argument);
-    start_history_and_play(moves);
+    start_and_play(parse_fen(argument), moves);
 }
 
 void set_position_start(const char *line)
@@ -135,9 +133,8 @@ void set_position_start(const char *line)
     if (!argument) return;
     argument += 8;
     trim_blanks(argument);
-    current_board = start_board;
     char *moves = std::strstr(argument, "moves");
-    start_history_and_play(moves ? moves + 5 : nullptr);
+    start_and_play(start_board, moves ? moves + 5 : nullptr);
 }
 
 void new_game()
@@ -145,4 +142,16 @@ void new_game()
     current_key = full_key(&current_board);
     key_history[0] = current_key;
     key_history_count = 1;
+}
+
+void start_game(const Board &board)
+{
+    current_board = board;
+    new_game();
+}
+
+void play_game_move(Move move)
+{
+    apply_move_keyed(&current_board, move, &current_key);
+    push_key(current_key);
 }

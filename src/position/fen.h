@@ -15,3 +15,8 @@ void set_position_start(const char *line);
 
 // Starts the key history afresh from current_board (the ucinewgame command).
 void new_game();
+
+// The one way a game is set up, whichever dialect read it: current_board becomes `board` with a
+// fresh key history, then each move is played on it with play_game_move.
+void start_game(const Board &board);
+void play_game_move(Move move);

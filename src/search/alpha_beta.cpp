@@ -18,9 +18,41 @@ std::int32_t iteration_depth = 0;
 std::int32_t single_reply = 0;
 Move root_moves[max_moves];
 std::int32_t root_move_count = -1;
-std::int32_t search_single_reply = 0;
+Move root_best_move = 0;
+std::int32_t root_unsteered_score = 0;
 
 namespace {
+
+// The dialect's rules of the tree, copied here at the start of each search.
+struct TreeRules {
+    bool fifty_from_hundred = false;
+    bool relative_mates = false; // also: the root does not end on its own table entry
+    bool searches_single_reply = false;
+    bool empty_line_for_draws = false;
+};
+TreeRules rules;
+
+constexpr std::int32_t mate_bound = mate_score - 1000; // scores beyond it are mates
+
+// A mate score as the table keeps it when mates count from their node: the distance from this
+// node instead of from the root, so that the entry reads right at any ply of any later search.
+std::int32_t score_to_table(std::int32_t score, int ply)
+{
+    if (!rules.relative_mates) return score;
+    return score > mate_bound ? score + ply : score < -mate_bound ? score - ply : score;
+}
+
+std::int32_t score_from_table(std::int32_t score, int ply)
+{
+    if (!rules.relative_mates) return score;
+    return score > mate_bound ? score - ply : score < -mate_bound ? score + ply : score;
+}
+
+// Whether a child with this count of half-moves since a pawn move or capture is a draw.
+bool fifty_move_draw(std::uint16_t count)
+{
+    return rules.fifty_from_hundred ? count >= 100 : std::uint8_t(count) == 50;
+}
 
 constexpr std::uint32_t poll_mask = 0x7FF; // clock and input every 2048th node
 constexpr std::int32_t quiescence_budget = 4, quiescence_budget_in_check = 6;
@@ -75,11 +107,12 @@ bool probe_ends_node(Node *node, std::int32_t *score)
 {
     node->cur_alpha = node->entry_alpha;
     node->cur_beta = node->entry_beta;
-    // A root that searches only some of its moves neither reads nor writes its own entry.
-    if (node->ply == 0 && root_move_count >= 0) return false;
+    // A root that searches only some of its moves neither reads nor writes its own entry; a
+    // root whose table lives on searches its moves to name one, whatever the entry says.
+    if (node->ply == 0 && (root_move_count >= 0 || rules.relative_mates)) return false;
     HashEntry entry;
     if (!hash_probe(node->key, &entry) || entry.depth < node->depth) return false;
-    const std::int32_t s = entry.score;
+    const std::int32_t s = score_from_table(entry.score, node->ply);
     *score = s;
     if (entry.bound == bound_exact) return true;
     if (entry.bound == bound_lower) node->cur_alpha = node->entry_alpha > s ? node->entry_alpha : s;
@@ -96,7 +129,10 @@ std::int32_t horizon(const Board &board, const Node &node, std::int32_t known_ev
     const std::int32_t check = s.check_bit ? (node.in_check ? 1 : 0) : -1;
     const std::int32_t score
         = quiescence_with<s>(board, budget, node.cur_alpha, node.cur_beta, known_eval, check);
-    hash_store(node.key, score, bound_for(score, node.entry_alpha, node.entry_beta), 0, 0);
+    // A table kept for later searches takes nothing from a stopped search.
+    if (!(rules.relative_mates && search_stop))
+        hash_store(node.key, score_to_table(score, node.ply),
+            bound_for(score, node.entry_alpha, node.entry_beta), 0, 0);
     return score;
 }
 
@@ -124,7 +160,11 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
     apply_move_keyed(&child, m, &child_key);
     push_key(child_key);
     std::int32_t score = 0;
-    if (!is_third_repetition(child_key) && child.fifty_move != 50) {
+    if (is_third_repetition(child_key) || fifty_move_draw(child.fifty_move)) {
+        // A draw has no line of its own behind the move.
+        if (rules.empty_line_for_draws && node.ply + 1 < pv_rows)
+            pv_length[node.ply + 1] = node.ply + 1;
+    } else {
         const std::int32_t d = new_depth > 0 ? new_depth : 0;
         const std::int32_t check = !s.check_bit ? -1 : (m & move_gives_check) ? 1 : 0;
         const std::int32_t alpha = node.cur_alpha, beta = node.cur_beta;
@@ -197,12 +237,17 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
         std::int32_t score
             = search_move<s>(board, node, m, i, node.depth - 1 + check_ext + passed_ext, reducible,
                 s.hand_down_evals ? negate_eval(child_evals[i]) : unknown_eval);
-        if (node.opening_root) score += opening_steering(board, m);
+        const std::int32_t steering = node.opening_root ? opening_steering(board, m) : 0;
+        score += steering;
 
         // Step 15. A new best; a cut-off ends the loop.
         if (score > *best) {
             *best = score;
             *best_move = m;
+            if (node.ply == 0) {
+                root_best_move = m;
+                root_unsteered_score = score - steering;
+            }
         }
         if (*best >= node.cur_beta) {
             remember_move(node, m, true);
@@ -217,6 +262,14 @@ bool move_loop(const Board &board, Node &node, MoveList *list, std::int32_t *bes
 }
 
 } // namespace
+
+void set_tree_rules(const Dialect &d)
+{
+    rules.fifty_from_hundred = d.fifty_from_hundred;
+    rules.relative_mates = d.keeps_table;
+    rules.searches_single_reply = d.searches_single_reply;
+    rules.empty_line_for_draws = d.standard;
+}
 
 void keep_root_moves(MoveList *list)
 {
@@ -346,7 +399,7 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     Move best_move = 0;
     if (list.count == 0) {
         best_score = node.in_check ? ply - mate_score : 0;
-    } else if (ply == 0 && list.count == 1 && !search_single_reply) {
+    } else if (ply == 0 && list.count == 1 && !rules.searches_single_reply) {
         single_reply = 1;
         pv_cell(0, 0) = list.moves[0];
         best_score = 0;
@@ -354,10 +407,11 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
         return 0; // steps 12 to 15 found the stop flag up
     }
 
-    // Step 16. Store the result, its bound taken against the window on entry.
-    if (ply > 0 || root_move_count < 0)
-        hash_store(key, best_score, bound_for(best_score, node.entry_alpha, node.entry_beta), depth,
-            best_move);
+    // Step 16. Store the result, its bound taken against the window on entry. A table kept for
+    // later searches takes nothing from a stopped search: a child cut short scores 0.
+    if ((ply > 0 || root_move_count < 0) && !(rules.relative_mates && search_stop))
+        hash_store(key, score_to_table(best_score, ply),
+            bound_for(best_score, node.entry_alpha, node.entry_beta), depth, best_move);
     return best_score;
 }
 

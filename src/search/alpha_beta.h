@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdint>
 
+#include "control/dialect.h"
 #include "position/board.h"
 #include "search/shortcuts.h"
 
@@ -15,12 +16,18 @@ extern std::int32_t node_count; // alpha_beta entries in this search, across ite
 extern std::int32_t iteration_depth; // root depth of the running iteration
 extern std::int32_t single_reply; // set when the root has exactly one legal move
 
-// The standard mode's root: when root_move_count is not -1, the root searches only the legal
-// moves that stand in root_moves (MultiPV's later lines, `go searchmoves`); with
-// search_single_reply set, a root with one move searches it instead of playing it at once.
+// When root_move_count is not -1, the root searches only the legal moves that stand in
+// root_moves (MultiPV's later lines, `go searchmoves`).
 extern Move root_moves[max_moves];
 extern std::int32_t root_move_count;
-extern std::int32_t search_single_reply;
+// The root's best move in the last root search, and its score without the opening steering.
+extern Move root_best_move;
+extern std::int32_t root_unsteered_score;
+
+// The rules of the tree that the dialect decides: when the fifty-move count draws, whether the
+// table's mate scores count from their node (a table kept from search to search) or from the
+// root, whether the root trusts its own table entry, and whether a single reply is searched.
+void set_tree_rules(const Dialect &dialect);
 // Keeps the moves of `list` that stand in root_moves, in their order in the list.
 void keep_root_moves(MoveList *list);
 

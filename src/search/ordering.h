@@ -12,8 +12,8 @@
 // running on into the next one; counter_rows and pv_stride say what the running search uses.
 constexpr int counter_plies = 64;
 constexpr int pv_rows = 80, pv_columns = 64;
-extern int counter_rows; // 13, or counter_plies in the standard mode
-extern int pv_stride; // 13, or pv_columns in the standard mode
+extern int counter_rows; // set from the dialect by each search: 13, or counter_plies
+extern int pv_stride; // likewise 13, or pv_columns
 
 // Indexed [ply][from][to], with no colour or piece: a quiet move that raised alpha, or that cut
 // off, between those squares at that ply, in any position of the search.

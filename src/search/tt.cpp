@@ -25,8 +25,6 @@ bool is_live(const HashEntry &e) { return e.bound >> generation_shift == generat
 
 } // namespace
 
-bool hash_allocate() { return hash_resize(hash_table_size); }
-
 bool hash_resize(std::uint64_t bytes)
 {
     if (hash_table) hash_free();

@@ -13,23 +13,19 @@ enum : std::uint8_t { bound_empty = 0, bound_lower = 1, bound_upper = 2, bound_e
 struct HashEntry {
     std::uint64_t key; // the whole key of the position
     Move move; // best move, 0 for none
-    std::int16_t score; // exactly as the search returned it; mate scores are relative to the root
+    std::int16_t score; // as the search returned it; a kept table's mates count from the node
     std::uint8_t depth; // remaining depth of the search that produced the score
     std::uint8_t bound;
 };
 static_assert(sizeof(HashEntry) == 16);
 
-constexpr std::uint64_t hash_table_size = 0x20000000; // 512 MiB; only the standard mode resizes
-
 extern HashEntry *hash_table;
 extern std::uint64_t hash_table_bytes;
 extern std::uint64_t hash_index_mask; // entries - 1: the entry count is a power of two
 
-// Allocates the table at start-up, reading as empty. Returns false when the memory can't be had.
-bool hash_allocate();
-// The standard mode's Hash option: gives the table back and allocates one of `bytes` (a power
-// of two, at least one entry), reading as empty. Returns false, with no table, when the memory
-// can't be had.
+// Gives any table back and allocates one of `bytes` (a power of two, at least one entry), reading
+// as empty: at start-up, for the Hash option and for the benchmark. Returns false, with no table,
+// when the memory can't be had.
 bool hash_resize(std::uint64_t bytes);
 // Slots in a thousand that the running search has written: the first thousand slots sampled.
 int hash_full_permille();

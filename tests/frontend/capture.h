@@ -1,4 +1,5 @@
-// Runs a command through the dispatcher and returns what it printed on standard output.
+// Runs a command through the dispatcher, in either dialect, and returns what it printed on
+// standard output.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,12 +7,18 @@
 #include <string>
 
 #include "frontend/commands.h"
+#include "position/output.h"
 
-inline std::string run_command(const char *line, int *result = nullptr)
+inline Session fixed_session = { &fixed_dialect, 1, 10 };
+inline Session standard_session = { &standard_dialect, 1, 10 };
+
+inline std::string run_command(const char *line, Session *session = &fixed_session)
 {
+    set_lf_only(session->dialect->lf_only);
     testing::internal::CaptureStdout();
-    int r = handle_command(line);
-    std::fflush(stdout);
-    if (result) *result = r;
-    return testing::internal::GetCapturedStdout();
+    handle_command(session, line);
+    out_flush();
+    std::string out = testing::internal::GetCapturedStdout();
+    set_lf_only(false);
+    return out;
 }

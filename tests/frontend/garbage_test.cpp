@@ -56,20 +56,19 @@ std::string random_line(std::mt19937 &random)
 
 TEST(Garbage, RandomLinesLeaveTheEngineWorking)
 {
-    std::mt19937 random(12345);
-    int searches = 0, perfts = 0;
-    for (int i = 0; i < 3000; i++) {
-        std::string line = random_line(random);
-        testing::internal::CaptureStdout();
-        handle_command(line.c_str());
-        const std::string out = testing::internal::GetCapturedStdout();
-        searches += out.find("bestmove ") != std::string::npos;
-        perfts += out.find("2=") != std::string::npos;
+    for (Session *session : { &fixed_session, &standard_session }) {
+        std::mt19937 random(12345);
+        int searches = 0, perfts = 0;
+        for (int i = 0; i < 3000; i++) {
+            const std::string out = run_command(random_line(random).c_str(), session);
+            searches += out.find("bestmove ") != std::string::npos;
+            perfts += out.find("2=") != std::string::npos;
+        }
+        // The garbled boards were searched and counted, not only set up.
+        EXPECT_GT(searches, 0);
+        EXPECT_GT(perfts, 0);
+        EXPECT_EQ(run_command("isready", session), session->dialect->standard ? "readyok\n" : "readyok\r\n");
+        run_command("position startpos moves e2e4", session);
+        EXPECT_EQ(current_key, 0x823C9B50FD114196u);
     }
-    // The garbled boards were searched and counted, not only set up.
-    EXPECT_GT(searches, 0);
-    EXPECT_GT(perfts, 0);
-    EXPECT_EQ(run_command("isready"), "readyok\r\n");
-    run_command("position startpos moves e2e4");
-    EXPECT_EQ(current_key, 0x823C9B50FD114196u);
 }

@@ -1,24 +1,40 @@
-// The limits of `go` lines from a table, and the line length the parser reads.
+// The limits of `go` lines in both dialects from a table, and the line length the fixed dialect
+// reads.
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
 
-#include "frontend/parse_go.h"
+#include "frontend/go_command.h"
 #include "position/board.h"
+#include "tests/frontend/capture.h"
 
 namespace {
 
-std::string limits_of(const std::string &line, bool white_to_move)
+// The fixed dialect's limits as "depth time timed"; the standard dialect's as "depth time soft
+// timed nodes waits ponder-budget roots".
+std::string limits_of(const std::string &line, char side)
 {
+    const bool standard = side == 'W' || side == 'B';
     current_board = start_board;
-    current_board.white_to_move = white_to_move;
-    std::int32_t depth = -7, time_ms = -7, active = -7;
-    parse_go(line.c_str(), &depth, &time_ms, &active);
-    return std::to_string(depth) + " " + std::to_string(time_ms) + " " + std::to_string(active);
+    current_board.white_to_move = side == 'w' || side == 'W';
+    static SearchRequest request;
+    std::string copy = line.size() > 2 ? line.substr(3) : "";
+    testing::internal::CaptureStdout(); // the standard dialect's notes
+    read_go(standard ? standard_session : fixed_session, line.c_str(), copy.data(), &request);
+    testing::internal::GetCapturedStdout();
+    const SearchLimits &l = request.limits;
+    std::string out = std::to_string(l.depth) + " " + std::to_string(l.time_ms);
+    if (standard)
+        out += " " + std::to_string(l.soft_time_ms) + " " + std::to_string(l.timed) + " "
+            + std::to_string(l.nodes) + " " + std::to_string(l.waits_for_stop) + " "
+            + std::to_string(l.ponder_budget_ms) + " " + std::to_string(request.root_move_count);
+    else
+        out += " " + std::to_string(l.timed);
+    return out;
 }
 
-TEST(ParseGo, RecordedLimits)
+TEST(ReadGo, RecordedLimits)
 {
     std::ifstream file(KORVANE_GO_LIMITS);
     ASSERT_TRUE(file) << KORVANE_GO_LIMITS;
@@ -27,16 +43,16 @@ TEST(ParseGo, RecordedLimits)
         if (row.empty() || row[0] == '#') continue;
         rows++;
         const std::size_t bar = row.find('|');
-        EXPECT_EQ(limits_of(row.substr(bar + 1), row[0] == 'w'), row.substr(2, bar - 3)) << row;
+        EXPECT_EQ(limits_of(row.substr(bar + 1), row[0]), row.substr(2, bar - 3)) << row;
     }
-    EXPECT_GT(rows, 40);
+    EXPECT_GT(rows, 60);
 }
 
-TEST(ParseGo, OverlongLinesAreCut)
+TEST(ReadGo, OverlongLinesAreCut)
 {
     // The value falls beyond character 4095 and is never read.
-    EXPECT_EQ(limits_of("go" + std::string(4095 - 2 - 6, ' ') + "depth 7", true), "6 5500 1");
-    EXPECT_EQ(limits_of("go" + std::string(4095 - 2 - 7, ' ') + "depth 7", true), "7 0 0");
+    EXPECT_EQ(limits_of("go" + std::string(4095 - 2 - 6, ' ') + "depth 7", 'w'), "6 5500 1");
+    EXPECT_EQ(limits_of("go" + std::string(4095 - 2 - 7, ' ') + "depth 7", 'w'), "7 0 0");
 }
 
 } // namespace

@@ -35,7 +35,7 @@ struct outcome {
     std::vector<std::uint32_t> alpha, cutoff;
 };
 
-outcome run(const char *(*search)(iteration_printer), int depth)
+outcome run(search_function search, int depth)
 {
     quiescence_node_count = 0;
     outcome o;
@@ -53,8 +53,8 @@ outcome run(const char *(*search)(iteration_printer), int depth)
 // Both searches of current_board to `depth`, compared in every figure.
 void compare_searches(int depth, const std::string &label)
 {
-    const outcome expected = run(iterate_search_literal, depth);
-    const outcome got = run(iterate_search, depth);
+    const outcome expected = run(literal_search, depth);
+    const outcome got = run(engine_search, depth);
     EXPECT_EQ(got.rows, expected.rows) << label;
     EXPECT_EQ(got.best, expected.best) << label;
     EXPECT_EQ(got.nodes, expected.nodes) << label;

@@ -30,7 +30,7 @@ TEST(Search, RecordedSearches)
         set_position(position.c_str());
         quiescence_node_count = 0;
         std::string best;
-        const std::vector<SearchRow> found = search_rows(iterate_search, depth, &best);
+        const std::vector<SearchRow> found = search_rows(engine_search, depth, &best);
         std::ostringstream got;
         got << depth << " " << node_count << " " << quiescence_node_count << " " << best;
         for (const SearchRow &r : found) got << " " << r.score;

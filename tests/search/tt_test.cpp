@@ -1,6 +1,8 @@
 // The hash table: probe and replacement rules, and clears that leave every slot empty.
 #include <gtest/gtest.h>
 
+#include "control/dialect.h"
+
 #include "search/tt.h"
 
 namespace {
@@ -8,7 +10,7 @@ namespace {
 // Two keys of one slot: they differ only above the index bits.
 constexpr std::uint64_t key_a = 0x123456789ABCDEF1ull;
 // (the table is 512 MiB, 2^25 entries, in this suite)
-constexpr std::uint64_t key_b = key_a + (hash_table_size / sizeof(HashEntry)) * 7;
+constexpr std::uint64_t key_b = key_a + (fixed_dialect.table_bytes / sizeof(HashEntry)) * 7;
 
 class HashTable : public testing::Test {
 protected:
@@ -103,9 +105,9 @@ TEST_F(HashTable, EveryClearEmptiesTheTableThroughManyGenerations)
 TEST_F(HashTable, BackingThePagesKeepsEverySlot)
 {
     constexpr std::uint64_t per_page = 4096 / sizeof(HashEntry);
-    const std::uint64_t keys[3] = { (hash_table_size / sizeof(HashEntry)) * 5,
-        per_page + (hash_table_size / sizeof(HashEntry)) * 9,
-        per_page * 1000 + (hash_table_size / sizeof(HashEntry)) * 3 };
+    const std::uint64_t keys[3] = { (fixed_dialect.table_bytes / sizeof(HashEntry)) * 5,
+        per_page + (fixed_dialect.table_bytes / sizeof(HashEntry)) * 9,
+        per_page * 1000 + (fixed_dialect.table_bytes / sizeof(HashEntry)) * 3 };
     for (int round = 0; round < 70; round++) {
         for (const std::uint64_t key : keys) hash_store(key, round, bound_exact, 4, 0x4000FFFF);
         hash_touch();

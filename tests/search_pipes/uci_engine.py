@@ -95,6 +95,24 @@ def run(path, text, timeout=60, args=()):
     return done.stdout.decode("latin-1"), done.returncode
 
 
+def run_in_turns(path, text, timeout=60, args=()):
+    """Runs the engine on `text` as a GUI talks to it: each part up to a `go` line is written
+    when the answer to the one before has come, since a search ends at the end of input (in the
+    standard dialect); then the input ends. Returns (output, exit status)."""
+    e = Engine(path, args=args)
+    out, part = [], ""
+    for line in text.splitlines(keepends=True):
+        part += line
+        if line.startswith("go"):
+            e.send(part)
+            part = ""
+            out += e.read_until("bestmove", timeout)
+    e.send(part)
+    e.close_input()
+    out += e.read_lines(5)
+    return "".join(out), e.wait(timeout)
+
+
 def without_times(text):
     """`text` with the figures that vary from run to run masked: elapsed times, the `info` time
     field, and in the standard mode nps, hashfull and the largest Hash, which the machine sets."""

@@ -13,7 +13,7 @@ import subprocess
 import sys
 import time
 
-from uci_engine import EMULATOR, Engine, command, run, without_times
+from uci_engine import EMULATOR, Engine, command, run, run_in_turns, without_times
 
 START_KEY = "463b96181691fc9c"
 LONG_SEARCH = "go depth 12"  # no time limit: only stop, quit or twelve iterations end it
@@ -212,7 +212,8 @@ def read_sessions():
 
 
 def session_output(path, args, text):
-    out, code = run(path, text, args=args)
+    # The standard dialect's sessions are written in turns, a GUI's way.
+    out, code = (run_in_turns if "--uci" in args else run)(path, text, args=args)
     expect(code == 0, "exit status %d" % code)
     return without_times(out).replace("\r", "\\r")
 

@@ -19,7 +19,7 @@ int main(int argc, char **argv)
     // Nor does any clock limit hold: the search reads the clock only under a time limit, and a
     // stale one would stop quiescence and alpha-beta when a test calls them directly.
     time_limit_active = 0;
-    if (!hash_allocate()) {
+    if (!hash_resize(fixed_dialect.table_bytes)) {
         std::fputs("no hash table\n", stderr);
         return 1;
     }

@@ -36,17 +36,25 @@ inline void PrintTo(const SearchRow &r, std::ostream *os)
 
 inline std::vector<SearchRow> recorded_rows;
 
-// Searches current_board to `depth` with no time limit, as `go depth` does, by `search`
-// (iterate_search or iterate_search_literal). Returns the rows and leaves the move in *best.
-inline std::vector<SearchRow> search_rows(
-    const char *(*search)(iteration_printer), int depth, std::string *best)
+// The engine's search and the literal one, as search_rows takes them.
+using search_function = void (*)(const SearchRequest &, line_printer, SearchResult *);
+constexpr search_function engine_search = run_search_with<engine_shortcuts>;
+constexpr search_function literal_search = run_search_with<no_shortcuts>;
+
+// Searches current_board to `depth` in the fixed dialect with no time limit, as `go depth` does,
+// by `search`. Returns the rows and leaves the move in *best.
+inline std::vector<SearchRow> search_rows(search_function search, int depth, std::string *best)
 {
-    search_depth_limit = depth;
-    search_time_limit_ms = 0;
-    time_limit_active = 0;
+    static SearchRequest request;
+    static SearchResult result;
+    request = SearchRequest { &fixed_dialect, {}, 1, -1, {} };
+    request.limits.depth = depth;
     recorded_rows.clear();
-    *best = search([](const iteration_report &r) {
-        recorded_rows.push_back({ r.depth, r.nodes, r.score, r.pv });
-    });
+    search(request,
+        [](const SearchLine &r) {
+            recorded_rows.push_back({ r.depth, std::uint64_t(r.alpha_beta_nodes), r.score, r.pv });
+        },
+        &result);
+    *best = result.best;
     return recorded_rows;
 }

@@ -274,4 +274,15 @@ test("without the isolation headers the page isolates itself through its service
   assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
   assert.deepEqual(page.errors, []);
   await page.context().close();
+  // A browser that allows no service worker: the page says why there is no engine, once, and
+  // the board still plays.
+  const context = await browser.newContext({ serviceWorkers: "block" });
+  const bare = await context.newPage();
+  await bare.goto(plain);
+  await bare.waitForFunction(() => /SharedArrayBuffer/.test(document.getElementById("message").textContent));
+  await bare.fill("#move-input", "e4");
+  await bare.press("#move-input", "Enter");
+  assert.equal(await bare.locator("#moves li").allTextContents().then((rows) => rows.join("|")), "e4");
+  assert.equal(await bare.evaluate(() => performance.getEntriesByType("navigation")[0].type), "navigate");
+  await context.close();
 });
