@@ -174,7 +174,7 @@ function positionCommand() {
 
 // ---- the engine's tasks ---------------------------------------------------------------------
 
-const engine = window.korvaneIsolation === "reloading" ? null : startEngine(["--uci"]);
+let engine = null; // started once the page knows whether it is isolated
 
 // Runs `start` now if the engine is idle, else stops the running task and runs it after.
 function whenIdle(start) {
@@ -574,7 +574,8 @@ if (userColour() === "b") board.setOrientation(COLOR.black);
 renderMoves();
 updateButtons();
 
-if (engine) {
+function startUp() {
+  engine = startEngine(["--uci"]);
   const { send, listen, ready, ended } = engine;
   window.korvane = { send, listen, ready, ended, start: startEngine };
   engine.listen(onEngineLine);
@@ -598,3 +599,8 @@ if (engine) {
   );
   window.addEventListener("pagehide", () => engine.terminate());
 }
+
+// While the isolation service worker is being installed the page is about to reload; it starts
+// the engine only if that fails.
+if (window.korvaneIsolation === "reloading") window.addEventListener("korvane-isolation", startUp, { once: true });
+else startUp();

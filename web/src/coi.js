@@ -44,16 +44,22 @@ if (typeof window === "undefined") {
       return;
     }
     window.korvaneIsolation = "reloading";
+    // A registration that fails, or that never settles (a browser that blocks service workers
+    // may leave it pending), leaves the page as it is, without the engine; it says why.
+    const giveUp = () => {
+      if (window.korvaneIsolation !== "reloading") return;
+      window.korvaneIsolation = "unavailable";
+      window.dispatchEvent(new Event("korvane-isolation"));
+    };
+    const timer = setTimeout(giveUp, 5000);
     navigator.serviceWorker
       .register(document.currentScript.src)
       .then(() => navigator.serviceWorker.ready)
       .then(() => {
+        clearTimeout(timer);
         sessionStorage.setItem(reloadedKey, "1");
         window.location.reload();
       })
-      .catch(() => {
-        window.korvaneIsolation = "unavailable";
-        window.dispatchEvent(new Event("korvane-isolation"));
-      });
+      .catch(giveUp);
   })();
 }
