@@ -79,6 +79,11 @@ function placement(game) {
   return game.board().flat().filter(Boolean).map((p) => `${p.square}:${p.color}${p.type}`).sort().join(" ");
 }
 
+// The native build the browser's figures are held against.
+function nativeEngine() {
+  return process.env.KORVANE_NATIVE || new URL("../../build/korvane", import.meta.url).pathname;
+}
+
 let base;
 before(async () => {
   base = await serve();
@@ -206,7 +211,33 @@ test("bad input is refused on the page and the game goes on", { timeout: 120000 
   await page.evaluate(() => window.korvane.send("setoption name Hash value 2048"));
   await page.waitForFunction(() => /memory/.test(document.getElementById("message").textContent));
   assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
-  assert.match(await page.locator("#fen-input").getAttribute("placeholder"), /PPPP1PPP\/RNBQKBNR b KQkq/);
+  const fen = await page.locator("#fen-input").getAttribute("placeholder");
+  assert.match(fen, /PPPP1PPP\/RNBQKBNR b KQkq/);
+  // The explain panel draws the native build's own report of the position, White against Black,
+  // and its sum from White's view (the engine gives it from the side to move's).
+  await page.click("#explain");
+  await page.waitForSelector("#explain-chart .total");
+  const report = execFileSync(nativeEngine(), ["--uci"], {
+    input: `position fen ${fen}\nboardscore\nquit\n`,
+    encoding: "utf8",
+  });
+  const drawn = await page.evaluate(() => {
+    const values = {};
+    for (const row of document.querySelectorAll("#explain-chart .term"))
+      for (const side of ["White", "Black"])
+        values[`${side} ${row.dataset.term}`] = row.querySelector(`.bar.${side.toLowerCase()}`).textContent;
+    return values;
+  });
+  const terms = report.split("\n").filter((line) => /^(White|Black) .+: -?\d+$/.test(line));
+  assert.ok(terms.length > 10);
+  const differing = terms.filter((line) => {
+    const [, term, value] = /^(.+): (-?\d+)$/.exec(line);
+    return (drawn[term] ?? "0") !== value; // a term left out of the chart is zero for both
+  });
+  assert.deepEqual(differing, []);
+  const sum = Number(/boardscore: (-?\d+)/.exec(report)[1]);
+  const total = await page.locator("#explain-chart .total").textContent();
+  assert.ok(total.startsWith(`Evaluation ${sum < 0 ? "+" : ""}${(-sum / 100).toFixed(2)} `), total);
   await page.context().close();
 });
 
@@ -242,8 +273,18 @@ test("stop ends a search at once, and a reload leaves one worker", { timeout: 12
   assert.ok(times[19] < 500, `a stop took ${times[19]} ms`);
   // Nothing follows a stopped search's bestmove but the answers to later commands.
   assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
+  // Black mates at once: the analysis shows it from White's view, in SAN, and runs on until Stop.
+  await page.selectOption("#colour", "none");
+  await page.fill("#fen-input", "3r2k1/5ppp/8/8/8/8/5PPP/6K1 b - - 0 1");
+  await page.press("#fen-input", "Enter");
+  await page.waitForFunction(() => /^3r2k1/.test(document.getElementById("fen-input").placeholder));
   await page.click("#analyse");
-  await page.waitForSelector("#lines tbody tr");
+  await page.waitForFunction(() => {
+    const cells = [...(document.querySelector("#lines tbody tr")?.cells || [])].map((c) => c.textContent);
+    return cells[1] === "#-1" && cells[2] === "1… Rd1#";
+  });
+  await page.waitForTimeout(300);
+  assert.equal(await page.locator("#stop").isEnabled(), true);
   await page.reload();
   await page.waitForFunction(() => window.korvane);
   await page.evaluate(() => window.korvane.ready);
@@ -253,8 +294,7 @@ test("stop ends a search at once, and a reload leaves one worker", { timeout: 12
 });
 
 test("bench in the browser counts the native build's nodes", { timeout: 120000 }, async () => {
-  const native = process.env.KORVANE_NATIVE || new URL("../../build/korvane", import.meta.url).pathname;
-  const expected = execFileSync(native, ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
+  const expected = execFileSync(nativeEngine(), ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
   const page = await openPage(base);
   const last = await page.evaluate(
     () =>
