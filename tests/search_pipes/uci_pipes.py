@@ -240,6 +240,78 @@ def record_sessions(path):
                     + session_output(path, *sessions[name][:2]))
     open(SESSIONS, "w", encoding="latin-1").write(head + "".join(body))
 
+DIALOGUES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "dialogues.txt")
+
+
+def read_dialogue(name):
+    """The arguments and steps of one dialogue of dialogues.txt."""
+    args, steps, inside = None, [], False
+    for line in open(DIALOGUES).read().split("\n"):
+        if line.startswith("=== "):
+            inside = line.split()[1] == name
+            if inside:
+                args = line.split()[2:]
+        elif inside and line and not line.startswith("# "):
+            steps.append(line)
+    return args, steps
+
+
+def expand(text):
+    return re.sub(r"\{(\d+)\*(.)\}", lambda m: m.group(2) * int(m.group(1)), text)
+
+
+def case_dialogue(path, name):
+    args, steps = read_dialogue(name)
+    expect(args is not None, "no dialogue " + name)
+    e = Engine(path, args=args)
+    last, mark, ended = [], time.monotonic(), time.monotonic()
+    pv, best, pending = None, None, ""
+    for n, step in enumerate(steps + ["flush"]):
+        where = "%s step %d: %s" % (name, n + 1, step[:80])
+        head, _, rest = step.partition(" ")
+        if head.startswith(">"):
+            pending += expand(rest + "\n") * int(head[1:] or 1)
+            continue
+        if pending:
+            e.send(pending)
+            pending, mark = "", time.monotonic()
+        if head.startswith("<"):
+            last = []
+            for _ in range(int(head[1:] or 1)):
+                last += e.read_until(rest, 10)
+            ended = time.monotonic()
+            for line in last:
+                if line.startswith("info depth") and " pv " in line:
+                    pv = line.split(" pv ")[1].split()[0]
+                elif line.startswith("bestmove"):
+                    best = (line.split()[1], pv)
+        elif head == "lacks":
+            expect(not any(rest in l for l in last), (where, last))
+        elif head == "has":
+            expect(any(rest in l for l in last), (where, last))
+        elif head == "=":
+            expect(last and last[-1].rstrip("\n") == rest, (where, last[-1:]))
+        elif head == "took":
+            took = (ended - mark) * 1000
+            op, limit = rest.split()
+            expect(took < float(limit) if op == "<" else took > float(limit),
+                   "%s: took %.0f ms" % (where, took))
+        elif head == "pv":
+            expect(best and best[0] == best[1], (where, best))
+        elif head == "legal":
+            e.send("%s moves %s\nisready\n" % (rest, best[0]))
+            expect(e.read_until("readyok", 10) == ["readyok\n"], (where, best))
+        elif head == "close":
+            e.close_input()
+            mark = time.monotonic()
+        elif head == "exit":
+            status = e.wait(10)
+            took = (time.monotonic() - mark) * 1000
+            expect(status == 0 and took < float(rest), "%s: status %d after %.0f ms"
+                   % (where, status, took))
+        elif head != "flush":
+            raise AssertionError("unknown step " + where)
+
 
 def case_standard_mode_searches(path):
     # An analysis answers isready at once and ends only at stop, even after its deepest

@@ -1,7 +1,8 @@
 // Drives korvane.exe through anonymous pipes made with CreatePipe and a process made with
 // CreateProcess, as a Windows GUI starts an engine. Usage: pipe_driver ENGINE CASE; exits 0 when
 // the case holds and 1 with a message when it doesn't. `pipe_driver ENGINE session NAME TABLE` runs
-// one session of the pipe sessions' table.
+// one session of the pipe sessions' table, `pipe_driver ENGINE dialogue NAME TABLE` one dialogue of
+// the timed dialogues' table (steps as tests/search_pipes/dialogues.txt describes them).
 #include <windows.h>
 
 #include <cstdio>
@@ -25,7 +26,13 @@ void expect(bool condition, const std::string &what)
     failed = true;
 }
 
-double now_seconds() { return double(GetTickCount64()) / 1000.0; }
+double now_seconds()
+{
+    LARGE_INTEGER count, frequency;
+    QueryPerformanceCounter(&count);
+    QueryPerformanceFrequency(&frequency);
+    return double(count.QuadPart) / double(frequency.QuadPart);
+}
 
 struct Engine {
     HANDLE process = nullptr;
@@ -174,7 +181,7 @@ std::string board_key(Engine *e)
 }
 
 // One session of tests/search_pipes/sessions.txt, as the Python runner reads it: the input lines
-// written in one go, then all the output up to the end, with elapsed times masked and each CR
+// written in one go (in turns for the standard dialect), then all the output up to the end, with elapsed times masked and each CR
 // shown as \r, equal to the recorded text.
 bool run_session(const char *engine, const char *name, const char *table)
 {
@@ -202,9 +209,20 @@ bool run_session(const char *engine, const char *name, const char *table)
         std::fprintf(stderr, "no session %s in %s, or the engine did not start\n", name, table);
         return false;
     }
-    send(&e, input);
+    // The standard dialect's sessions are written in turns, a GUI's way: a search ends at the
+    // end of input there, so each part up to a `go` line waits for the answer to the one before.
+    std::string out, part;
+    std::istringstream lines(input);
+    for (std::string line; std::getline(lines, line);) {
+        part += line + "\n";
+        if (arguments.find("--uci") == std::string::npos || line.rfind("go", 0) != 0) continue;
+        send(&e, part);
+        part.clear();
+        out += joined(read_until(&e, "bestmove", 120));
+    }
+    send(&e, part);
     close_input(&e);
-    std::string out = read_all(&e, 120);
+    out += read_all(&e, 120);
     out = std::regex_replace(out, std::regex("elapsed time: [0-9]+ ms"), "elapsed time: T ms");
     out = std::regex_replace(out, std::regex(" time [0-9]+ "), " time T ");
     out = std::regex_replace(out, std::regex(" nps [0-9]+ hashfull [0-9]+ "), " nps N hashfull H ");
@@ -212,6 +230,112 @@ bool run_session(const char *engine, const char *name, const char *table)
     out = std::regex_replace(out, std::regex("\r"), "\\r");
     expect(out == wanted, std::string("session ") + name + " gave:\n" + out);
     expect(wait_exit(&e, 10) == 0, "exit status at the end of input");
+    return !failed;
+}
+
+// A line of text with each {N*c} written out as N times c.
+std::string expand(const std::string &text)
+{
+    static const std::regex pattern("\\{([0-9]+)\\*(.)\\}");
+    std::string out;
+    std::smatch m;
+    std::string rest = text;
+    while (std::regex_search(rest, m, pattern)) {
+        out += m.prefix().str() + std::string(std::stoul(m[1].str()), m[2].str()[0]);
+        rest = m.suffix().str();
+    }
+    return out + rest;
+}
+
+// One dialogue of tests/search_pipes/dialogues.txt, step by step, as the Python runner runs it.
+bool run_dialogue(const char *engine, const char *name, const char *table)
+{
+    std::ifstream file(table);
+    std::string arguments;
+    std::vector<std::string> steps;
+    bool inside = false, found = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.rfind("=== ", 0) == 0) {
+            std::istringstream words(line.substr(4));
+            std::string word;
+            words >> word;
+            inside = word == name;
+            found = found || inside;
+            if (inside) std::getline(words, arguments);
+        } else if (inside && !line.empty() && line.rfind("# ", 0) != 0) {
+            steps.push_back(line);
+        }
+    }
+    Engine e;
+    if (!found || !start(&e, engine, arguments)) {
+        std::fprintf(stderr, "no dialogue %s in %s, or the engine did not start\n", name, table);
+        return false;
+    }
+    std::vector<std::string> last;
+    std::string pending, pv, best, best_pv;
+    double mark = now_seconds(), ended = mark;
+    steps.push_back("flush");
+    for (std::size_t n = 0; n < steps.size() && !failed; n++) {
+        const std::string &step = steps[n];
+        const std::string where = std::string(name) + " step " + std::to_string(n + 1) + ": "
+            + step.substr(0, 80);
+        const std::size_t blank = step.find(' ');
+        const std::string head = step.substr(0, blank);
+        const std::string rest = blank == std::string::npos ? "" : step.substr(blank + 1);
+        const int times = head.size() > 1 && (head[0] == '>' || head[0] == '<')
+            ? std::stoi(head.substr(1))
+            : 1;
+        if (head[0] == '>') {
+            for (int i = 0; i < times; i++) pending += expand(rest) + "\n";
+            continue;
+        }
+        if (!pending.empty()) {
+            send(&e, pending);
+            pending.clear();
+            mark = now_seconds();
+        }
+        if (head[0] == '<') {
+            last.clear();
+            for (int i = 0; i < times; i++)
+                for (const std::string &line : read_until(&e, rest.c_str(), 10)) last.push_back(line);
+            ended = now_seconds();
+            for (const std::string &line : last) {
+                const std::size_t at = line.find(" pv ");
+                if (line.rfind("info depth", 0) == 0 && at != std::string::npos)
+                    pv = line.substr(at + 4, line.find_first_of(" \r\n", at + 4) - at - 4);
+                else if (line.rfind("bestmove ", 0) == 0)
+                    best = line.substr(9, line.find_first_of(" \r\n", 9) - 9), best_pv = pv;
+            }
+        } else if (head == "lacks" || head == "has") {
+            bool seen = false;
+            for (const std::string &line : last) seen = seen || line.find(rest) != std::string::npos;
+            expect(seen == (head == "has"), where + "; got: " + joined(last));
+        } else if (head == "=") {
+            expect(!last.empty() && last.back() == rest + "\n", where + "; got: " + joined(last));
+        } else if (head == "took") {
+            const double took = (ended - mark) * 1000, limit = std::stod(rest.substr(2));
+            expect(rest[0] == '<' ? took < limit : took > limit,
+                where + "; took " + std::to_string(took) + " ms");
+        } else if (head == "pv") {
+            expect(!best.empty() && best == best_pv, where + "; " + best + " after pv " + best_pv);
+        } else if (head == "legal") {
+            send(&e, rest + " moves " + best + "\nisready\n");
+            const std::vector<std::string> lines = read_until(&e, "readyok", 10);
+            expect(lines.size() == 1, where + "; " + best + ": " + joined(lines));
+        } else if (head == "close") {
+            close_input(&e);
+            mark = now_seconds();
+        } else if (head == "exit") {
+            const int status = wait_exit(&e, 10);
+            const double took = (now_seconds() - mark) * 1000;
+            expect(status == 0 && took < std::stod(rest),
+                where + "; status " + std::to_string(status) + " after " + std::to_string(took)
+                    + " ms");
+        } else if (head != "flush") {
+            expect(false, "unknown step " + where);
+        }
+    }
+    if (wait_exit(&e, failed ? 0 : 10) == -1) expect(false, "the engine was still running");
     return !failed;
 }
 
@@ -287,6 +411,8 @@ int main(int argc, char **argv)
 {
     if (argc == 5 && std::strcmp(argv[2], "session") == 0)
         return run_session(argv[1], argv[3], argv[4]) ? 0 : 1;
+    if (argc == 5 && std::strcmp(argv[2], "dialogue") == 0)
+        return run_dialogue(argv[1], argv[3], argv[4]) ? 0 : 1;
     if (argc != 3) {
         std::fprintf(stderr, "usage: pipe_driver ENGINE CASE | ENGINE session NAME TABLE\n");
         return 2;
