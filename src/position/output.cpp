@@ -3,6 +3,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -59,14 +60,26 @@ void out_puts(const char *text)
 void out_printf(const char *format, ...)
 {
     char text[8192];
-    va_list arguments;
+    va_list arguments, again;
     va_start(arguments, format);
+    va_copy(again, arguments);
     const int written = std::vsnprintf(text, sizeof text, format, arguments);
     va_end(arguments);
-    if (written <= 0) return;
-    const std::size_t length
-        = std::size_t(written) < sizeof text ? std::size_t(written) : sizeof text - 1;
-    out_write(text, length);
+    if (written > 0 && std::size_t(written) < sizeof text) {
+        out_write(text, std::size_t(written));
+    } else if (written > 0) {
+        // A longer text is written whole from a block of its own; should the memory not come,
+        // what fits goes out, and the line still ends.
+        char *whole = static_cast<char *>(std::malloc(std::size_t(written) + 1));
+        if (whole && std::vsnprintf(whole, std::size_t(written) + 1, format, again) == written) {
+            out_write(whole, std::size_t(written));
+        } else {
+            out_write(text, sizeof text - 1);
+            if (format[std::strlen(format) - 1] == '\n') out_write("\n", 1);
+        }
+        std::free(whole);
+    }
+    va_end(again);
 }
 
 void out_flush()

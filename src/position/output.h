@@ -14,8 +14,7 @@ void out_write(const char *bytes, std::size_t length);
 // Writes `text` and a line feed, as puts does.
 void out_puts(const char *text);
 
-// Writes formatted text, as printf does. A text beyond 8191 characters is cut there; no line of
-// the engine comes near that.
+// Writes formatted text, as printf does, however long.
 #if defined(__GNUC__)
 __attribute__((format(printf, 1, 2)))
 #endif

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include "frontend/go_command.h"
@@ -19,19 +20,19 @@ std::string limits_of(const std::string &line, char side)
     current_board = start_board;
     current_board.white_to_move = side == 'w' || side == 'W';
     static SearchRequest request;
-    std::string copy = line.size() > 2 ? line.substr(3) : "";
+    std::string copy(line.size() > 3 ? line.c_str() + 3 : "");
     testing::internal::CaptureStdout(); // the standard dialect's notes
     read_go(standard ? standard_session : fixed_session, line.c_str(), copy.data(), &request);
     testing::internal::GetCapturedStdout();
     const SearchLimits &l = request.limits;
-    std::string out = std::to_string(l.depth) + " " + std::to_string(l.time_ms);
+    std::ostringstream out;
+    out << l.depth << " " << l.time_ms;
     if (standard)
-        out += " " + std::to_string(l.soft_time_ms) + " " + std::to_string(l.timed) + " "
-            + std::to_string(l.nodes) + " " + std::to_string(l.waits_for_stop) + " "
-            + std::to_string(l.ponder_budget_ms) + " " + std::to_string(request.root_move_count);
+        out << " " << l.soft_time_ms << " " << l.timed << " " << l.nodes << " " << l.waits_for_stop
+            << " " << l.ponder_budget_ms << " " << request.root_move_count;
     else
-        out += " " + std::to_string(l.timed);
-    return out;
+        out << " " << l.timed;
+    return out.str();
 }
 
 TEST(ReadGo, RecordedLimits)
