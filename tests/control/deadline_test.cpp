@@ -34,7 +34,7 @@ TEST(Clock, DeadlineIsStrict)
     time_limit_active = 1;
 }
 
-// The clock is read at every 256th node of either kind; the node limit of the standard mode is
+// The clock is read at every 256th node of either kind; the node limit of the standard dialect is
 // looked at with it, counted from the search's start.
 TEST(Clock, ReadEvery256thNodeWithTheNodeLimit)
 {

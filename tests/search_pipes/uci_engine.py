@@ -115,7 +115,7 @@ def run_in_turns(path, text, timeout=60, args=()):
 
 def without_times(text):
     """`text` with the figures that vary from run to run masked: elapsed times, the `info` time
-    field, and in the standard mode nps, hashfull and the largest Hash, which the machine sets."""
+    field, and in the standard dialect nps, hashfull and the largest Hash, which the machine sets."""
     for pattern, mask in ((r"elapsed time: \d+ ms", "elapsed time: T ms"),
                           (r" time \d+ ", " time T "),
                           (r" nps \d+ hashfull \d+ ", " nps N hashfull H "),
