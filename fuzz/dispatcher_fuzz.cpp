@@ -16,9 +16,10 @@
 // limit ends the capture searches that explode on crowded garbled boards (two seconds and more
 // each before). Those few searches end by the clock, so their coverage can vary from run to run.
 // A go line whose added words the engine would not read is skipped, and so is a standard go line
-// that would wait for a `stop` (infinite, ponder), which no input here can send. A `perft` depth above 2 is
-// lowered to 2. At most 4 lines of `go` and 4 of `perft` run per input; later ones are skipped.
-// `quit` is dispatched like any line; its answer is ignored, so it does not end the process.
+// that would wait for a `stop` (infinite, ponder), which no input here can send. A `perft` depth
+// above 2 is lowered to 2. At most 4 lines of `go` and 4 of `perft` run per input; later ones are
+// skipped. `quit` is dispatched like any line; its answer is ignored, so it does not end the
+// process.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>

@@ -64,7 +64,8 @@ void first_word(const char *line, char *word, int size)
     while (*c == ' ' || *c == '\t') c++;
     int n = 0;
     for (; *c && *c != ' ' && *c != '\t' && n < size - 1; c++)
-        word[n++] = rules.dialect->standard ? *c : char(std::tolower(static_cast<unsigned char>(*c)));
+        word[n++]
+            = rules.dialect->standard ? *c : char(std::tolower(static_cast<unsigned char>(*c)));
     word[n] = '\0';
 }
 

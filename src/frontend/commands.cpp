@@ -169,7 +169,8 @@ int handle_command(Session *session, const char *text)
     if (!word) return 0;
     const unsigned mine = d.standard ? standard : fixed;
     for (const command &c : commands)
-        if ((c.dialects & mine) && std::strcmp(word, c.word) == 0) return c.run(session, text, rest);
+        if ((c.dialects & mine) && std::strcmp(word, c.word) == 0)
+            return c.run(session, text, rest);
     if (d.standard) {
         out_printf("info string unknown command '%.100s'\n", word);
         out_flush();

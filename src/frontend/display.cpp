@@ -45,7 +45,8 @@ void print_board(bool whole_count)
     out_flush();
     out_printf("Black oo: %s   Black ooo: %s\n", flag(b.black_oo), flag(b.black_ooo));
     out_flush();
-    out_printf("Fifty Move Variable = %d\n", whole_count ? int(b.fifty_move) : int(std::uint8_t(b.fifty_move)));
+    out_printf("Fifty Move Variable = %d\n",
+        whole_count ? int(b.fifty_move) : int(std::uint8_t(b.fifty_move)));
     out_flush();
     out_printf("Enpassant Rank No = %d\n", int(b.enpassant_file));
     out_flush();

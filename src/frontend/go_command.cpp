@@ -207,7 +207,8 @@ void read_standard_go(const Session &session, char *rest, SearchRequest *request
         ? std::uint64_t(value[nodes] < 0xFFFFFFFFll ? value[nodes] : 0xFFFFFFFFll)
         : 0;
     limits.waits_for_stop = infinite || ponder;
-    limits.ponder_budget_ms = ponder && budget >= 0 ? std::int32_t(budget < top ? budget : top) : -1;
+    limits.ponder_budget_ms
+        = ponder && budget >= 0 ? std::int32_t(budget < top ? budget : top) : -1;
     limits.timed = !limits.waits_for_stop && (budget >= 0 || limits.nodes);
     limits.time_ms = budget >= 0 && budget < top ? std::int32_t(budget) : std::int32_t(top);
     limits.soft_time_ms = soft >= 0 && soft < top ? std::int32_t(soft) : std::int32_t(top);
@@ -233,7 +234,8 @@ void print_standard_line(const SearchLine &l)
     else
         std::snprintf(score, sizeof score, "cp %d", l.score);
     char multipv_field[24] = "";
-    if (numbered_lines) std::snprintf(multipv_field, sizeof multipv_field, " multipv %d", l.multipv);
+    if (numbered_lines)
+        std::snprintf(multipv_field, sizeof multipv_field, " multipv %d", l.multipv);
     const std::uint64_t time = std::uint64_t(l.time_ms > 0 ? l.time_ms : 0);
     out_printf("info depth %d%s score %s nodes %llu nps %llu hashfull %d time %llu pv %s\n",
         l.depth, multipv_field, score, static_cast<unsigned long long>(l.nodes),

@@ -5,8 +5,8 @@
 
 #include "frontend/engine.h"
 #include "frontend/go_command.h"
-#include "platform/platform.h"
 #include "movegen/attacks.h"
+#include "platform/platform.h"
 #include "position/board.h"
 #include "position/fen.h"
 #include "position/output.h"

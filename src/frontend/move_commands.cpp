@@ -90,7 +90,8 @@ int run_perft(Session *session, const char *, char *rest)
     char *end = nullptr;
     const long depth = word ? std::strtol(word, &end, 10) : -1;
     if (!word || *end || depth < 0 || depth > 20) {
-        out_printf("info string perft needs a depth from 0 to 20, not '%.100s'\n", word ? word : "");
+        out_printf(
+            "info string perft needs a depth from 0 to 20, not '%.100s'\n", word ? word : "");
         return 0;
     }
     search_stop = 0;

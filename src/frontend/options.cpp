@@ -117,7 +117,8 @@ int run_setoption(Session *session, const char *, char *rest)
     for (const option &o : options) {
         if (!same_words(name, o.name)) continue;
         long long number = 0;
-        if (!o.button && (!read_number(value, &number) || number < o.lowest || number > o.highest()))
+        if (!o.button
+            && (!read_number(value, &number) || number < o.lowest || number > o.highest()))
             out_printf("info string %s takes a number from %lld to %lld, not '%.100s'\n", o.name,
                 o.lowest, o.highest(), value ? value : "");
         else

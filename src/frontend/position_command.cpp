@@ -54,8 +54,8 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
         if (!read_number(fields[i], &counters[i - 4]) || counters[i - 4] < 0)
             return "a move counter is not a number";
     char text[fen_text_size];
-    const int length = std::snprintf(text, sizeof text, "%s %s %s %s 0 1", fields[0], fields[1],
-        fields[2], fields[3]);
+    const int length = std::snprintf(
+        text, sizeof text, "%s %s %s %s 0 1", fields[0], fields[1], fields[2], fields[3]);
     if (length >= fen_text_size) return "it is longer than a FEN record can be";
     *board = parse_fen(text);
     board->fifty_move

@@ -197,7 +197,8 @@ void run_search_with(const SearchRequest &request, line_printer print, SearchRes
         for (int k = 1; k < lines; k++)
             for (int j = k; j > 0 && order[j]->rank > order[j - 1]->rank; j--)
                 std::swap(order[j], order[j - 1]);
-        const std::uint64_t nodes = std::uint64_t(std::uint32_t(node_count)) + quiescence_node_count;
+        const std::uint64_t nodes
+            = std::uint64_t(std::uint32_t(node_count)) + quiescence_node_count;
         for (int k = 0; k < lines; k++)
             print({ iteration_depth, k + 1, order[k]->score, elapsed_now(),
                 std::int64_t(node_count), nodes, order[k]->text });
@@ -226,5 +227,6 @@ void run_search_with(const SearchRequest &request, line_printer print, SearchRes
     pv_length[0] = 1;
 }
 
-template void run_search_with<engine_shortcuts>(const SearchRequest &, line_printer, SearchResult *);
+template void run_search_with<engine_shortcuts>(
+    const SearchRequest &, line_printer, SearchResult *);
 template void run_search_with<no_shortcuts>(const SearchRequest &, line_printer, SearchResult *);

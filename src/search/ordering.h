@@ -7,9 +7,10 @@
 
 #include "position/board.h"
 
-// Room for the standard dialect's deep searches. The fixed dialect's search uses the first 13 counter rows
-// (deeper nodes read row 12) and lays out its lines 13 cells a row, a line longer than its row
-// running on into the next one; counter_rows and pv_stride say what the running search uses.
+// Room for the standard dialect's deep searches. The fixed dialect's search uses the first 13
+// counter rows (deeper nodes read row 12) and lays out its lines 13 cells a row, a line longer than
+// its row running on into the next one; counter_rows and pv_stride say what the running search
+// uses.
 constexpr int counter_plies = 64;
 constexpr int pv_rows = 80, pv_columns = 64;
 extern int counter_rows; // set from the dialect by each search: 13, or counter_plies

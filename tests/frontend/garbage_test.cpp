@@ -67,7 +67,8 @@ TEST(Garbage, RandomLinesLeaveTheEngineWorking)
         // The garbled boards were searched and counted, not only set up.
         EXPECT_GT(searches, 0);
         EXPECT_GT(perfts, 0);
-        EXPECT_EQ(run_command("isready", session), session->dialect->standard ? "readyok\n" : "readyok\r\n");
+        EXPECT_EQ(run_command("isready", session),
+            session->dialect->standard ? "readyok\n" : "readyok\r\n");
         run_command("position startpos moves e2e4", session);
         EXPECT_EQ(current_key, 0x823C9B50FD114196u);
     }

@@ -50,7 +50,8 @@ inline std::vector<SearchRow> search_rows(search_function search, int depth, std
     request = SearchRequest { &fixed_dialect, {}, 1, -1, {} };
     request.limits.depth = depth;
     recorded_rows.clear();
-    search(request,
+    search(
+        request,
         [](const SearchLine &r) {
             recorded_rows.push_back({ r.depth, std::uint64_t(r.alpha_beta_nodes), r.score, r.pv });
         },

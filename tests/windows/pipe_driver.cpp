@@ -181,8 +181,8 @@ std::string board_key(Engine *e)
 }
 
 // One session of tests/search_pipes/sessions.txt, as the Python runner reads it: the input lines
-// written in one go (in turns for the standard dialect), then all the output up to the end, with elapsed times masked and each CR
-// shown as \r, equal to the recorded text.
+// written in one go (in turns for the standard dialect), then all the output up to the end, with
+// elapsed times masked and each CR shown as \r, equal to the recorded text.
 bool run_session(const char *engine, const char *name, const char *table)
 {
     std::ifstream file(table);
@@ -277,14 +277,13 @@ bool run_dialogue(const char *engine, const char *name, const char *table)
     steps.push_back("flush");
     for (std::size_t n = 0; n < steps.size() && !failed; n++) {
         const std::string &step = steps[n];
-        const std::string where = std::string(name) + " step " + std::to_string(n + 1) + ": "
-            + step.substr(0, 80);
+        const std::string where
+            = std::string(name) + " step " + std::to_string(n + 1) + ": " + step.substr(0, 80);
         const std::size_t blank = step.find(' ');
         const std::string head = step.substr(0, blank);
         const std::string rest = blank == std::string::npos ? "" : step.substr(blank + 1);
-        const int times = head.size() > 1 && (head[0] == '>' || head[0] == '<')
-            ? std::stoi(head.substr(1))
-            : 1;
+        const int times
+            = head.size() > 1 && (head[0] == '>' || head[0] == '<') ? std::stoi(head.substr(1)) : 1;
         if (head[0] == '>') {
             for (int i = 0; i < times; i++) pending += expand(rest) + "\n";
             continue;
@@ -297,7 +296,8 @@ bool run_dialogue(const char *engine, const char *name, const char *table)
         if (head[0] == '<') {
             last.clear();
             for (int i = 0; i < times; i++)
-                for (const std::string &line : read_until(&e, rest.c_str(), 10)) last.push_back(line);
+                for (const std::string &line : read_until(&e, rest.c_str(), 10))
+                    last.push_back(line);
             ended = now_seconds();
             for (const std::string &line : last) {
                 const std::size_t at = line.find(" pv ");
@@ -308,7 +308,8 @@ bool run_dialogue(const char *engine, const char *name, const char *table)
             }
         } else if (head == "lacks" || head == "has") {
             bool seen = false;
-            for (const std::string &line : last) seen = seen || line.find(rest) != std::string::npos;
+            for (const std::string &line : last)
+                seen = seen || line.find(rest) != std::string::npos;
             expect(seen == (head == "has"), where + "; got: " + joined(last));
         } else if (head == "=") {
             expect(!last.empty() && last.back() == rest + "\n", where + "; got: " + joined(last));
