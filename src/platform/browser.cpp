@@ -78,29 +78,54 @@ std::uint64_t clock_ms() { return std::uint64_t(emscripten_get_now()); }
 
 double clock_ms_real() { return emscripten_get_now(); }
 
-int system_read(char *into, int most) { return ring_read(into, most, 1); }
-
 int system_waiting() { return ring_waiting(); }
 
 namespace {
 
-// The tick last read from the clock, and the asks since.
+// The tick last read from the clock, when it was read, and how often it is read: at every
+// `stride`th ask, counted in `asks`.
 std::uint64_t held_tick = 0;
-unsigned asks_since_read = 0;
+double last_read = 0;
+unsigned stride = 1, asks = 0;
+constexpr unsigned most_stride = 1024;
+// The time between two reads that the stride is fitted to, in milliseconds.
+constexpr double read_gap = 0.25;
+
+// Reads the clock at the next ask, and from then on at every ask until the asks come fast.
+void read_soon()
+{
+    stride = 1;
+    asks = 0;
+}
 
 } // namespace
 
 // The search asks for the tick at every quiescence node and move, millions of times a second, and
-// reading the clock is a call out to JavaScript that costs more than a node's own work: the clock
-// is read at every 64th ask and the tick held in between. A sleep reads it afresh, so that a slow
-// loop (the wait for stop) sees the tick move at each turn.
+// reading the clock is a call out to JavaScript, many times dearer than the ask itself. So the
+// clock is read at every `stride`th ask and the tick held in between, the stride fitted to how
+// fast the asks come: doubled while reads come less than a quarter of a millisecond apart, cut in
+// proportion when they come further apart (a perft asks far more slowly than a search). After a
+// read of input or a sleep the clock is read at every ask again: a new command may ask at any
+// pace, and a slow loop (the wait for stop) sees the tick move at each turn.
 std::uint64_t coarse_tick()
 {
-    if (++asks_since_read >= 64) {
-        asks_since_read = 0;
-        held_tick = std::uint64_t(emscripten_get_now());
-    }
+    if (++asks < stride) return held_tick;
+    asks = 0;
+    const double now = emscripten_get_now();
+    const double gap = now - last_read;
+    last_read = now;
+    if (gap < read_gap)
+        stride = stride * 2 < most_stride ? stride * 2 : most_stride;
+    else if (gap > 2 * read_gap)
+        stride = stride * read_gap / gap >= 1 ? unsigned(stride * read_gap / gap) : 1;
+    held_tick = std::uint64_t(now);
     return held_tick;
+}
+
+int system_read(char *into, int most)
+{
+    read_soon();
+    return ring_read(into, most, 1);
 }
 
 bool stdin_is_pipe() { return ring_present() != 0; }
@@ -108,7 +133,7 @@ bool stdin_is_pipe() { return ring_present() != 0; }
 void sleep_ms(int ms)
 {
     ring_sleep(ms);
-    asks_since_read = 63;
+    read_soon();
 }
 
 // The most memory the module may grow to: all the engine can ever have.
