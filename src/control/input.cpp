@@ -149,13 +149,6 @@ void poll_input()
     if (d.input_end_stops && stdin_closed()) search_stop = 1;
 }
 
-int queue_line(const char *text)
-{
-    if (!text || !text[0]) return 0;
-    const std::size_t length = std::strlen(text);
-    return store_line(text, length < command_size - 1 ? length : command_size - 1) ? 1 : 0;
-}
-
 int take_partial_line(char *text, int size)
 {
     if (partial_too_long) {

@@ -29,10 +29,6 @@ void poll_input();
 // While held, the poll reads nothing (a search that must finish an iteration after a stop).
 void hold_input(bool held);
 
-// Stores a copy of `text` in the queue, cut to the fixed dialect's 16383 characters there.
-// Returns 1 when stored, 0 when `text` is null or empty or the queue is full.
-int queue_line(const char *text);
-
 // Moves the unfinished line that the poll has begun (its bytes came before anything still unread)
 // into `text` (`size` bytes) and empties it. Returns its length, 0 when there is none; -1 when
 // the line is already longer than the standard dialect takes (its rest is then skipped too).
