@@ -140,7 +140,7 @@ test("the page loads clean, sends nothing by itself and its engine answers uci",
   console.log(`first readyok ${start.at.toFixed(0)} ms after navigation start`);
   const uci = await exchange(page, ["uci"], "^uciok$");
   assert.match(uci[0], /^id name Korvane/);
-  assert.ok(uci.some((line) => /^option name Hash type spin default \d+ min 1 max \d+$/.test(line)), uci.join("\n"));
+  assert.ok(uci.some((line) => /^option name Hash type spin default 16 min 1 max \d+$/.test(line)), uci.join("\n"));
   assert.ok(uci.some((line) => /^option name MultiPV type spin/.test(line)));
   assert.equal(await page.locator("#message").isHidden(), true);
   assert.deepEqual(page.errors, []);
@@ -273,6 +273,26 @@ test("stop ends a search at once, and a reload leaves one worker", { timeout: 12
   assert.ok(times[19] < 500, `a stop took ${times[19]} ms`);
   // Nothing follows a stopped search's bestmove but the answers to later commands.
   assert.deepEqual(await exchange(page, ["isready"], "readyok"), ["readyok"]);
+  // A perft asks for input far more slowly than a search, and sees stop as soon (perft 7 from
+  // the start runs for minutes).
+  const perft = await page.evaluate(
+    () =>
+      new Promise((resolve) => {
+        let sent = 0;
+        const stop = window.korvane.listen((line) => {
+          if (line === "info string perft stopped") {
+            stop();
+            resolve(performance.now() - sent);
+          }
+        });
+        window.korvane.send("perft 7");
+        setTimeout(() => {
+          sent = performance.now();
+          window.korvane.send("stop");
+        }, 300);
+      }),
+  );
+  assert.ok(perft < 1000, `perft saw stop after ${perft} ms`);
   // Black mates at once: the analysis shows it from White's view, in SAN, and runs on until Stop.
   await page.selectOption("#colour", "none");
   await page.fill("#fen-input", "3r2k1/5ppp/8/8/8/8/5PPP/6K1 b - - 0 1");
