@@ -297,16 +297,15 @@ int run_go(Session *session, const char *line, char *rest)
         sleep_ms(1);
     }
     waits_for_stop = 0;
-    if (!d.standard) {
+    // The CR of the protocol's literal goes where the dialect's line ends keep it.
+    if (result.legal_moves == 0 && d.standard)
+        out_puts("bestmove (none)\r");
+    else if (result.ponder[0])
+        out_printf("bestmove %s ponder %s\r\n", result.best, result.ponder);
+    else
         out_printf("bestmove %s\r\n", result.best);
+    if (d.elapsed_line)
         out_printf("elapsed time: %llu ms\n", static_cast<unsigned long long>(clock_ms() - start));
-    } else if (result.legal_moves == 0) {
-        out_puts("bestmove (none)");
-    } else if (result.ponder[0]) {
-        out_printf("bestmove %s ponder %s\n", result.best, result.ponder);
-    } else {
-        out_printf("bestmove %s\n", result.best);
-    }
     out_flush();
     return 0;
 }
