@@ -14,7 +14,7 @@ let game = new Chess();
 let gameId = 0; // bumped whenever the game is replaced, so a late bestmove is not played into it
 let analysing = false; // the user asked for analysis until Stop
 let current = null; // the engine's running task: { kind, ends(line), done(line), stopping }
-let next = null; // what to start once the running task has ended
+let queued = []; // what to start, in order, once the running task has ended
 let engineUp = false;
 
 // ---- messages -------------------------------------------------------------------------------
@@ -176,15 +176,16 @@ function positionCommand() {
 
 let engine = null; // started once the page knows whether it is isolated
 
-// Runs `start` now if the engine is idle, else stops the running task and runs it after.
-function whenIdle(start) {
+// Runs `start` now if the engine is idle, else after the running task, which it stops unless
+// `interrupt` is false. Each start checks again what it is for, since the game may have moved on.
+function whenIdle(start, interrupt = true) {
   if (!engineUp) return;
   if (!current) {
     start();
     return;
   }
-  next = start;
-  stopTask(false);
+  queued.push(start);
+  if (interrupt) stopTask(false);
 }
 
 function stopTask(cancel) {
@@ -197,7 +198,6 @@ function stopTask(cancel) {
 }
 
 function cancelTask() {
-  next = null;
   stopTask(true);
 }
 
@@ -221,11 +221,7 @@ function onEngineLine(line) {
   const done = current;
   current = null;
   done.done(line);
-  if (next) {
-    const start = next;
-    next = null;
-    start();
-  }
+  while (!current && queued.length) queued.shift()();
   updateButtons();
 }
 
@@ -539,17 +535,19 @@ $("stop").addEventListener("click", () => {
   analysing = false;
   stopTask(false);
   updateButtons();
-  if (wasAnalysing) {
-    next = null;
-    whenIdle(() => maybeEngineMove());
-  }
+  if (wasAnalysing) whenIdle(() => maybeEngineMove());
 });
 
+// Sets an engine option between tasks: an analysis restarts with it, a move being chosen is not
+// cut short.
 function setOption(name, value) {
-  whenIdle(() => {
-    engine.send(`setoption name ${name} value ${value}`);
-    if (analysing) startAnalysis();
-  });
+  whenIdle(
+    () => {
+      engine.send(`setoption name ${name} value ${value}`);
+      if (analysing) startAnalysis();
+    },
+    !(current && current.kind === "move"),
+  );
 }
 
 $("multipv").addEventListener("change", () => setOption("MultiPV", $("multipv").value));
@@ -559,7 +557,7 @@ $("explain").addEventListener("click", explain);
 function engineStopped(why) {
   engineUp = false;
   current = null;
-  next = null;
+  queued = [];
   analysing = false;
   setState("engine stopped");
   showMessage(`${why} The game is kept.`);
