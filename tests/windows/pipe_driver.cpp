@@ -5,6 +5,7 @@
 // the timed dialogues' table (steps as tests/search_pipes/dialogues.txt describes them).
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -180,13 +181,13 @@ std::string board_key(Engine *e)
     return lines.empty() ? std::string() : lines.back();
 }
 
-// One session of tests/search_pipes/sessions.txt, as the Python runner reads it: the input lines
-// written in one go (in turns for the standard dialect), then all the output up to the end, with
-// elapsed times masked and each CR shown as \r, equal to the recorded text.
-bool run_session(const char *engine, const char *name, const char *table)
+// The lines of the entry `name` of a table of sessions or dialogues ("=== name [arguments]",
+// then its lines up to the next entry; comment lines left out), with its arguments. False when
+// there is no such entry.
+bool read_entry(
+    const char *table, const char *name, std::string *arguments, std::vector<std::string> *lines)
 {
     std::ifstream file(table);
-    std::string arguments, input, wanted;
     bool inside = false, found = false;
     for (std::string line; std::getline(file, line);) {
         if (line.rfind("=== ", 0) == 0) {
@@ -195,14 +196,27 @@ bool run_session(const char *engine, const char *name, const char *table)
             words >> word;
             inside = word == name;
             found = found || inside;
-            if (inside) std::getline(words, arguments);
-        } else if (!inside || line.rfind("# ", 0) == 0) {
-            continue;
-        } else if (line.rfind(">", 0) == 0) {
-            input += line.substr(line.size() > 1 ? 2 : 1) + "\n";
-        } else {
-            wanted += line + "\n";
+            if (inside) std::getline(words, *arguments);
+        } else if (inside && line.rfind("# ", 0) != 0) {
+            lines->push_back(line);
         }
+    }
+    return found;
+}
+
+// One session of tests/search_pipes/sessions.txt, as the Python runner reads it: the input lines
+// written in one go (in turns for the standard dialect), then all the output up to the end, with
+// elapsed times masked and each CR shown as \r, equal to the recorded text.
+bool run_session(const char *engine, const char *name, const char *table)
+{
+    std::string arguments, input, wanted;
+    std::vector<std::string> entry;
+    const bool found = read_entry(table, name, &arguments, &entry);
+    for (const std::string &line : entry) {
+        if (line.rfind(">", 0) == 0)
+            input += line.substr(line.size() > 1 ? 2 : 1) + "\n";
+        else
+            wanted += line + "\n";
     }
     Engine e;
     if (!found || !start(&e, engine, arguments)) {
@@ -250,22 +264,10 @@ std::string expand(const std::string &text)
 // One dialogue of tests/search_pipes/dialogues.txt, step by step, as the Python runner runs it.
 bool run_dialogue(const char *engine, const char *name, const char *table)
 {
-    std::ifstream file(table);
     std::string arguments;
     std::vector<std::string> steps;
-    bool inside = false, found = false;
-    for (std::string line; std::getline(file, line);) {
-        if (line.rfind("=== ", 0) == 0) {
-            std::istringstream words(line.substr(4));
-            std::string word;
-            words >> word;
-            inside = word == name;
-            found = found || inside;
-            if (inside) std::getline(words, arguments);
-        } else if (inside && !line.empty() && line.rfind("# ", 0) != 0) {
-            steps.push_back(line);
-        }
-    }
+    const bool found = read_entry(table, name, &arguments, &steps);
+    steps.erase(std::remove(steps.begin(), steps.end(), std::string()), steps.end());
     Engine e;
     if (!found || !start(&e, engine, arguments)) {
         std::fprintf(stderr, "no dialogue %s in %s, or the engine did not start\n", name, table);
