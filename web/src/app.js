@@ -568,6 +568,7 @@ function engineStopped(why) {
 
 restore();
 board.setPosition(game.fen());
+$("fen-input").placeholder = game.fen(); // the shown position's FEN, greyed, until one is typed
 if (userColour() === "b") board.setOrientation(COLOR.black);
 renderMoves();
 updateButtons();
