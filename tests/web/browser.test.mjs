@@ -1,12 +1,13 @@
 // The page in headless Chromium, served by the page's own server from web/dist (built first by
 // `npm --prefix web run build`). KORVANE_NATIVE names the native build whose bench node count the
 // browser's must equal (default build/korvane). Run: node --test tests/web/
-import { execFileSync, spawn } from "node:child_process";
+import { execFileSync } from "node:child_process";
 import { mkdirSync, readFileSync } from "node:fs";
 import { request } from "node:http";
 import { createRequire } from "node:module";
 import { after, before, test } from "node:test";
 import assert from "node:assert/strict";
+import { benchLine, startServer, stopTimes } from "../../web/tools/probes.js";
 
 const web = new URL("../../web/", import.meta.url);
 const require = createRequire(new URL("package.json", web));
@@ -16,17 +17,10 @@ const { Chess } = require("chess.js");
 let browser;
 const servers = [];
 
-// Starts web/tools/serve.js on a free loopback port; resolves with its base URL.
-function serve(...extra) {
-  const child = spawn(process.execPath, [new URL("tools/serve.js", web).pathname, "--port", "0", ...extra]);
+async function serve(...extra) {
+  const { base, child } = await startServer(...extra);
   servers.push(child);
-  return new Promise((resolve, reject) => {
-    child.stdout.on("data", (chunk) => {
-      const at = /at (http:\/\/\S+)/.exec(String(chunk));
-      if (at) resolve(at[1]);
-    });
-    child.on("exit", (code) => reject(new Error(`the server ended with ${code}`)));
-  });
+  return base;
 }
 
 // A fresh page that records its console errors and uncaught exceptions.
@@ -243,32 +237,7 @@ test("bad input is refused on the page and the game goes on", { timeout: 120000 
 
 test("stop ends a search at once, and a reload leaves one worker", { timeout: 120000 }, async () => {
   const page = await openPage(base);
-  const times = await page.evaluate(async () => {
-    const times = [];
-    for (let i = 0; i <= 20; i++) {
-      const after = await new Promise((resolve) => {
-        let sent = 0, waiting = false;
-        const stop = window.korvane.listen((line) => {
-          if (line.startsWith("info depth") && !sent && !waiting) {
-            waiting = true;
-            setTimeout(() => {
-              sent = performance.now();
-              window.korvane.send("stop");
-            }, 30);
-          }
-          if (line.startsWith("bestmove")) {
-            stop();
-            resolve(performance.now() - sent);
-          }
-        });
-        window.korvane.send("position startpos");
-        window.korvane.send("go infinite");
-      });
-      if (i > 0) times.push(after);
-    }
-    return times;
-  });
-  times.sort((a, b) => a - b);
+  const times = await page.evaluate(stopTimes, 20);
   console.log(`stop answered in ${times[10].toFixed(2)} ms median, ${times[19].toFixed(2)} ms worst`);
   assert.ok(times[19] < 500, `a stop took ${times[19]} ms`);
   // Nothing follows a stopped search's bestmove but the answers to later commands.
@@ -316,13 +285,7 @@ test("stop ends a search at once, and a reload leaves one worker", { timeout: 12
 test("bench in the browser counts the native build's nodes", { timeout: 120000 }, async () => {
   const expected = execFileSync(nativeEngine(), ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
   const page = await openPage(base);
-  const last = await page.evaluate(
-    () =>
-      new Promise((resolve) => {
-        const engine = window.korvane.start(["bench"]);
-        engine.listen((line) => /^\d+ nodes \d+ nps$/.test(line) && resolve(line));
-      }),
-  );
+  const last = await page.evaluate(benchLine);
   console.log(`bench: browser ${last}, native ${expected}`);
   assert.equal(last.split(" ")[0], expected.split(" ")[0]);
   await page.context().close();

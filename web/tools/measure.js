@@ -4,21 +4,16 @@
 // readyok (5 fresh loads), bench's node count and speed in the browser and natively (3 runs
 // each, taken in turn, so that both see the same load), the time from `stop` to `bestmove`
 // (20 tries after one warm-up) and the size of web/dist.
-import { execFileSync, spawn } from "node:child_process";
+import { execFileSync } from "node:child_process";
 import { createRequire } from "node:module";
 import { fileURLToPath } from "node:url";
+import { benchLine, startServer, stopTimes } from "./probes.js";
 
 const web = new URL("../", import.meta.url);
 const { chromium } = createRequire(new URL("package.json", web))("playwright-core");
 const native = process.argv[2] || fileURLToPath(new URL("../build/korvane", web));
 
-const server = spawn(process.execPath, [fileURLToPath(new URL("tools/serve.js", web)), "--port", "0"]);
-const base = await new Promise((resolve) =>
-  server.stdout.on("data", (chunk) => {
-    const at = /at (http:\/\/\S+)/.exec(String(chunk));
-    if (at) resolve(at[1]);
-  }),
-);
+const { base, child: server } = await startServer();
 const browser = await chromium.launch({ executablePath: process.env.CHROMIUM || "/usr/bin/chromium" });
 const median = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
 
@@ -47,43 +42,13 @@ for (let i = 0; i < 5; i++) {
 const page = await freshPage();
 const runs = { browser: [], native: [] };
 for (let i = 0; i < 3; i++) {
-  const line = await page.evaluate(
-    () =>
-      new Promise((resolve) => {
-        const engine = window.korvane.start(["bench"]);
-        engine.listen((text) => /^\d+ nodes \d+ nps$/.test(text) && resolve(text));
-      }),
-  );
+  const line = await page.evaluate(benchLine);
   runs.browser.push(line.split(" ").map(Number));
   const nativeLine = execFileSync(native, ["bench"], { encoding: "utf8" }).trim().split("\n").at(-1);
   runs.native.push(nativeLine.split(" ").map(Number));
 }
 
-const stops = await page.evaluate(async () => {
-  const times = [];
-  for (let i = 0; i <= 20; i++) {
-    const took = await new Promise((resolve) => {
-      let sent = 0;
-      const stop = window.korvane.listen((line) => {
-        if (line.startsWith("info depth") && !sent) {
-          sent = -1;
-          setTimeout(() => {
-            sent = performance.now();
-            window.korvane.send("stop");
-          }, 50);
-        }
-        if (line.startsWith("bestmove")) {
-          stop();
-          resolve(performance.now() - sent);
-        }
-      });
-      window.korvane.send("position startpos");
-      window.korvane.send("go infinite");
-    });
-    if (i > 0) times.push(took);
-  }
-  return times;
-});
+const stops = await page.evaluate(stopTimes, 20);
 await browser.close();
 server.kill();
 
