@@ -4,6 +4,7 @@
 import { Chessboard, COLOR, INPUT_EVENT_TYPE } from "./vendor/cm-chessboard/src/Chessboard.js";
 import { Chess, validateFen } from "./vendor/chess.js/chess.js";
 import { startEngine } from "./engine.js";
+import { pageEngine } from "./early.js";
 
 const $ = (id) => document.getElementById(id);
 const stored = "korvane-game";
@@ -574,7 +575,7 @@ renderMoves();
 updateButtons();
 
 function startUp() {
-  engine = startEngine(["--uci"]);
+  engine = pageEngine || startEngine(["--uci"]);
   const { send, listen, ready, ended } = engine;
   window.korvane = { send, listen, ready, ended, start: startEngine };
   engine.listen(onEngineLine);

@@ -27,7 +27,7 @@ run("cmake", ["--build", buildDir, "--target", "korvane-uci", "-j", process.env.
 rmSync(dist, { recursive: true, force: true });
 mkdirSync(join(dist, "engine"), { recursive: true });
 const copy = (from, to) => cpSync(from, join(dist, to), { recursive: true });
-for (const file of ["index.html", "app.js", "engine.js", "coi.js", "style.css", "favicon.svg"])
+for (const file of ["index.html", "app.js", "early.js", "engine.js", "coi.js", "style.css", "favicon.svg"])
   copy(join(web, "src", file), file);
 copy(join(web, "src", "engine-worker.js"), "engine/engine-worker.js");
 copy(join(buildDir, "korvane-uci.js"), "engine/korvane-uci.js");
