@@ -144,6 +144,11 @@ test("the page loads clean, sends nothing by itself and its engine answers uci",
 test("twenty engine moves against random replies are legal, and the page shows each", { timeout: 120000 }, async () => {
   const page = await openPage(base);
   await page.selectOption("#movetime", "100");
+  // The replies are drawn from a seeded generator (KORVANE_SEED repeats a run).
+  const seed = Number(process.env.KORVANE_SEED || Date.now() % 100000);
+  console.log(`random replies from seed ${seed}`);
+  let state = seed;
+  const random = () => (state = (Math.imul(state, 1103515245) + 12345) >>> 0) >>> 8;
   const game = new Chess();
   let engineMoves = 0;
   while (engineMoves < 20) {
@@ -152,7 +157,7 @@ test("twenty engine moves against random replies are legal, and the page shows e
       game.reset();
     }
     const replies = game.moves({ verbose: true });
-    const reply = replies[Math.floor(Math.random() * replies.length)];
+    const reply = replies[random() % replies.length];
     const heard = page.evaluate(
       () => new Promise((resolve) => {
         const stop = window.korvane.listen((line) => {
