@@ -34,11 +34,11 @@ struct Dialect {
     std::uint64_t table_bytes; // the hash table's size at start-up
 };
 
-constexpr std::uint64_t mib = 1 << 20;
+inline constexpr std::uint64_t mib = 1 << 20;
 
 // The engine's own dialect: the protocol's literals as they stand (CR LF), a dozen plies and 5.5 s
 // at most, a fresh table for every search.
-constexpr Dialect fixed_dialect = {
+inline constexpr Dialect fixed_dialect = {
     .standard = false,
     .lf_only = false,
     .elapsed_line = true,
@@ -64,7 +64,7 @@ constexpr Dialect fixed_dialect = {
 
 // The standard UCI dialect (--uci, korvane-uci, the Makefile's build): every line that arrives is
 // carried out in order, every `go` is answered, the clock is the tournament's.
-constexpr Dialect standard_dialect = {
+inline constexpr Dialect standard_dialect = {
     .standard = true,
     .lf_only = true,
     .elapsed_line = false,
