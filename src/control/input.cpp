@@ -87,7 +87,9 @@ void take_input_line()
         return;
     }
     if (std::strcmp(word, "quit") == 0) search_stop = 1;
-    if (d.answers_during_search && !search_stop && std::strcmp(word, "isready") == 0) {
+    // isready is answered at once unless lines wait before it, whose answers come first.
+    if (d.answers_during_search && !search_stop && queue_count == 0
+        && std::strcmp(word, "isready") == 0) {
         if (rules.answer_isready) rules.answer_isready();
         return;
     }
@@ -95,7 +97,8 @@ void take_input_line()
         ponder_hit();
         return;
     }
-    store_line(partial.data, partial.used);
+    // The text ends at a NUL, as the command loop reads it.
+    store_line(partial.data, std::strlen(partial.data));
 }
 
 // Walks waiting bytes chunk by chunk, 512 at most, until a line has set search_stop. The fixed

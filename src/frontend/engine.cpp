@@ -62,16 +62,17 @@ void command_loop(Session *session)
             const int begun = take_partial_line(command_text, size);
             const int read = begun < 0 ? 0 : stdin_read_line(command_text + begun, size - begun);
             if (begun == 0 && read == 0) break;
-            std::size_t length = std::strlen(command_text);
-            taken = 1;
             // A line that fills the buffer without its line feed is longer than the dialect
-            // takes whole (its CR counts, when it ends in CR LF).
+            // takes whole (its CR counts, when it ends in CR LF); the bytes read count, a NUL
+            // among them, and the text ends at the NUL afterwards.
+            const int got = begun + read;
+            taken = 1;
             if (begun < 0
-                || (!d.splits_long_lines && int(length) == size - 1
-                    && command_text[length - 1] != '\n')) {
+                || (!d.splits_long_lines && got == size - 1 && command_text[got - 1] != '\n')) {
                 skip_rest_of_line(command_text, size);
                 taken = -1;
             }
+            std::size_t length = std::strlen(command_text);
             // Only line ends at the very end are cut; blanks and tabs stay.
             while (length > 0
                 && (command_text[length - 1] == '\n' || command_text[length - 1] == '\r'))

@@ -143,6 +143,10 @@ void read_standard_go(const Session &session, char *rest, SearchRequest *request
                 word = text; // the token that was no number is read as a word of its own
                 continue;
             }
+            // A value beyond any clock (some 30 years of milliseconds) counts as that, so that
+            // no sum or product of the values overflows.
+            constexpr long long top_value = 1000000000000ll;
+            if (v > top_value) v = top_value;
             if (number_lowest[n] < 0 && v < 1) {
                 note(&notes, " %s %lld (ignored: it takes a number from 1)", number_names[n], v);
             } else {
@@ -184,7 +188,8 @@ void read_standard_go(const Session &session, char *rest, SearchRequest *request
     SearchLimits &limits = request->limits;
     long long last = d.deepest_iteration;
     if (seen[depth] && value[depth] < last) last = value[depth];
-    if (seen[mate] && 2 * value[mate] - 1 < last) last = 2 * value[mate] - 1;
+    if (seen[mate] && value[mate] < last)
+        last = 2 * value[mate] - 1 < last ? 2 * value[mate] - 1 : last;
     const bool white = current_board.white_to_move;
     const int own = white ? wtime : btime, own_increment = white ? winc : binc;
     long long budget = -1, soft = -1;

@@ -47,9 +47,10 @@ const char usage[]
       "  --help, -h    print this text\n"
       "  --version     print the name, release and commit\n"
       "\n"
-      "UCI commands: uci, isready, ucinewgame, setoption (ignored), position startpos|fen\n"
-      "<fen> [moves ...], go [depth n] [movetime ms] [wtime ms btime ms winc ms binc ms\n"
-      "movestogo n], stop, quit.\n"
+      "UCI commands: uci, isready, ucinewgame, setoption (ignored without --uci),\n"
+      "position startpos|fen <fen> [moves ...], go [depth n] [movetime ms] [wtime ms\n"
+      "btime ms winc ms binc ms movestogo n] (with --uci also nodes, mate, infinite,\n"
+      "ponder, searchmoves), stop, ponderhit (--uci), quit.\n"
       "Debugging: printboard, boardkey, movlist, perft n, boardscore, sortedmoves, cls, help.\n"
       "See man 6 korvane.\n";
 

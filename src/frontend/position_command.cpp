@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int fen_text_size = 256; // what the FEN reader reads of a record
-constexpr long long most_half_moves = 0xFFFF; // the counter's range; more reads as this
+constexpr long long most_half_moves = 0x7FFF; // more reads as this, far from the counter's top
 
 // Whether the FEN record of `fields` (four to six) is a position: eight ranks of eight squares,
 // readable fields, one king each, no pawn on the first or last rank, the side not to move not in
@@ -60,6 +60,21 @@ const char *fen_refusal(char *const fields[6], int count, Board *board)
     *board = parse_fen(text);
     board->fifty_move
         = std::uint16_t(counters[0] < most_half_moves ? counters[0] : most_half_moves);
+    // An en-passant square that no pawn of the side not to move has just passed reads as none,
+    // as GUIs write it for every double step: the capture would take nothing.
+    if (board->enpassant_file >= 0) {
+        const int file = board->enpassant_file, white = board->white_to_move;
+        const int passed = white ? 40 + file : 16 + file; // the square the pawn passed
+        const Bitboard pawn = square_bit(white ? passed - 8 : passed + 8);
+        const Bitboard empty = square_bit(passed) | square_bit(white ? passed + 8 : passed - 8);
+        const Bitboard all = board->white_rooks | board->white_knights | board->white_bishops
+            | board->white_queens | board->white_king | board->white_pawns | board->black_rooks
+            | board->black_knights | board->black_bishops | board->black_queens | board->black_king
+            | board->black_pawns;
+        if (ep[1] != (white ? '6' : '3')
+            || !((white ? board->black_pawns : board->white_pawns) & pawn) || (all & empty))
+            board->enpassant_file = -1;
+    }
     const Board &b = *board;
     if (!one_king_each(b)) return "it does not have one king of each colour";
     constexpr Bitboard edge_ranks = 0xFF000000000000FFull;

@@ -94,11 +94,14 @@ std::uint64_t coarse_tick()
 int system_waiting()
 {
     DWORD waiting = 0;
-    // A broken pipe is the end of input: the read that follows says so at once. Any other failing
-    // look (no pipe at all) reads as nothing waiting. Asking for exactly what waits keeps the
-    // read from blocking.
-    if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr))
-        return GetLastError() == ERROR_BROKEN_PIPE ? 1 : 0;
+    // A broken pipe is the end of input: the read that follows says so at once. Asking for
+    // exactly what waits keeps the read from blocking.
+    if (!PeekNamedPipe(input_handle(), nullptr, 0, nullptr, &waiting, nullptr)) {
+        if (GetLastError() == ERROR_BROKEN_PIPE) return 1;
+        // A file never blocks a read: what it still holds, or its end, comes at once. A console
+        // is not looked into (a line typed there waits until the search is over).
+        return GetFileType(input_handle()) == FILE_TYPE_DISK ? 1 << 16 : 0;
+    }
     return waiting > 0x40000000 ? 0x40000000 : int(waiting);
 }
 

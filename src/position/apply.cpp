@@ -283,17 +283,34 @@ void apply_null_move(Board *board, std::uint64_t *key)
     *key ^= zobrist_table[zobrist_white_to_move];
 }
 
+namespace {
+
+// Keys pushed when the history was full: they were not kept, and their pops take nothing off.
+std::int32_t keys_not_kept = 0;
+
+} // namespace
+
 void push_key(std::uint64_t key)
 {
-    if (key_history_count < key_history_size) key_history[key_history_count++] = key;
+    if (key_history_count < key_history_size)
+        key_history[key_history_count++] = key;
+    else
+        keys_not_kept++;
 }
 
 void pop_key()
 {
-    if (key_history_count > 0) key_history_count--;
+    if (keys_not_kept > 0)
+        keys_not_kept--;
+    else if (key_history_count > 0)
+        key_history_count--;
 }
 
-void clear_key_history() { key_history_count = 0; }
+void clear_key_history()
+{
+    key_history_count = 0;
+    keys_not_kept = 0;
+}
 
 int is_third_repetition(std::uint64_t key)
 {

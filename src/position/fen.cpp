@@ -140,8 +140,8 @@ void set_position_start(const char *line)
 void new_game()
 {
     current_key = full_key(&current_board);
-    key_history[0] = current_key;
-    key_history_count = 1;
+    clear_key_history();
+    push_key(current_key);
 }
 
 void start_game(const Board &board)
@@ -154,4 +154,7 @@ void play_game_move(Move move)
 {
     apply_move_keyed(&current_board, move, &current_key);
     push_key(current_key);
+    // A game longer than the counter's range without a capture or a pawn move stays at its top
+    // half, where every reading of it is a draw and a search's plies can't make it wrap.
+    if (current_board.fifty_move > 0x7FFF) current_board.fifty_move = 0x7FFF;
 }

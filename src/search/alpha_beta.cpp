@@ -54,6 +54,17 @@ bool fifty_move_draw(std::uint16_t count)
     return rules.fifty_from_hundred ? count >= 100 : std::uint8_t(count) == 50;
 }
 
+// A mate given by the move that reaches a hundred half-moves is a mate, not a draw, by the rules
+// of chess; the fixed dialect counts the draw alone. Seldom asked: only at the count's end.
+template <Shortcuts s> bool mated_at_fifty(const Board &child)
+{
+    if (!rules.fifty_from_hundred || !side_in_check(child)) return false;
+    MoveList list;
+    list.count = 0;
+    legal_moves<s>(child, &list);
+    return list.count == 0;
+}
+
 constexpr std::uint32_t poll_mask = 0x7FF; // clock and input every 2048th node
 constexpr std::int32_t quiescence_budget = 4, quiescence_budget_in_check = 6;
 constexpr std::int32_t endgame_material = 2600; // both sides together
@@ -160,7 +171,8 @@ std::int32_t search_move(const Board &board, const Node &node, Move m, int index
     apply_move_keyed(&child, m, &child_key);
     push_key(child_key);
     std::int32_t score = 0;
-    if (is_third_repetition(child_key) || fifty_move_draw(child.fifty_move)) {
+    if (is_third_repetition(child_key)
+        || (fifty_move_draw(child.fifty_move) && !mated_at_fifty<s>(child))) {
         // A draw has no line of its own behind the move.
         if (rules.empty_line_for_draws && node.ply + 1 < pv_rows)
             pv_length[node.ply + 1] = node.ply + 1;

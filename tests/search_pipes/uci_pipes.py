@@ -272,6 +272,9 @@ def case_dialogue(path, name):
     for n, step in enumerate(steps + ["flush"]):
         where = "%s step %d: %s" % (name, n + 1, step[:80])
         head, _, rest = step.partition(" ")
+        if head == ">-":
+            pending += expand(rest)
+            continue
         if head.startswith(">"):
             pending += expand(rest + "\n") * int(head[1:] or 1)
             continue
@@ -304,6 +307,8 @@ def case_dialogue(path, name):
         elif head == "legal":
             e.send("%s moves %s\nisready\n" % (rest, best[0]))
             expect(e.read_until("readyok", 10) == ["readyok\n"], (where, best))
+        elif head == "wait":
+            time.sleep(float(rest) / 1000)
         elif head == "close":
             e.close_input()
             mark = time.monotonic()
@@ -316,7 +321,7 @@ def case_dialogue(path, name):
             raise AssertionError("unknown step " + where)
 
 
-def case_standard_mode_searches(path):
+def case_standard_searches(path):
     # An analysis answers isready at once and ends only at stop, even after its deepest
     # iteration; ponderhit turns a ponder search into a timed one; stop and quit end perft.
     e = Engine(path, args=["--uci"])

@@ -284,6 +284,10 @@ bool run_dialogue(const char *engine, const char *name, const char *table)
         const std::size_t blank = step.find(' ');
         const std::string head = step.substr(0, blank);
         const std::string rest = blank == std::string::npos ? "" : step.substr(blank + 1);
+        if (head == ">-") {
+            pending += expand(rest);
+            continue;
+        }
         const int times
             = head.size() > 1 && (head[0] == '>' || head[0] == '<') ? std::stoi(head.substr(1)) : 1;
         if (head[0] == '>') {
@@ -325,6 +329,8 @@ bool run_dialogue(const char *engine, const char *name, const char *table)
             send(&e, rest + " moves " + best + "\nisready\n");
             const std::vector<std::string> lines = read_until(&e, "readyok", 10);
             expect(lines.size() == 1, where + "; " + best + ": " + joined(lines));
+        } else if (head == "wait") {
+            Sleep(DWORD(std::stoi(rest)));
         } else if (head == "close") {
             close_input(&e);
             mark = now_seconds();
