@@ -26,7 +26,7 @@ CXXFLAGS ?= -O3
 CXXFLAGS += -std=c++20 -DNDEBUG -fno-exceptions -Wall -Wextra $(POPCNT) -Isrc \
   -DKORVANE_RELEASE='"$(VERSION)"' -DKORVANE_COMMIT='"$(COMMIT)"' -DKORVANE_START_MODE=2
 
-SOURCES := $(filter-out src/platform/posix.cpp src/platform/windows.cpp, $(wildcard src/*/*.cpp)) \
+SOURCES := $(filter-out src/platform/posix.cpp src/platform/windows.cpp src/platform/browser.cpp, $(wildcard src/*/*.cpp)) \
   src/platform/$(PLATFORM).cpp
 OBJDIR := build-make/$(notdir $(firstword $(CXX)))
 OBJECTS := $(SOURCES:src/%.cpp=$(OBJDIR)/%.o)
