@@ -49,9 +49,9 @@ std::int64_t tournament_budget(std::int64_t remaining, std::int64_t increment,
     std::int64_t moves_to_go, std::int64_t overhead, std::int64_t *soft)
 {
     const std::int64_t left = remaining - overhead;
-    std::int64_t budget = left / (moves_to_go > 0 ? moves_to_go : default_moves_to_go)
+    std::int64_t budget = left / (moves_to_go > 0 ? moves_to_go + 1 : default_moves_to_go)
         + (increment > 0 ? increment * 3 / 4 : 0);
-    if (budget > left / 2) budget = left / 2;
+    if (budget > left / 3) budget = left / 3;
     if (budget < 1) budget = 1;
     // An iteration takes a few times the one before it: one begun past half the budget would
     // seldom end within it.

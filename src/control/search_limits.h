@@ -46,9 +46,10 @@ std::int64_t clock_budget(std::int64_t remaining, std::int64_t increment, std::i
     std::int64_t ceiling, std::int64_t floor);
 
 // The time a tournament clock gives one move in the standard dialect: the remaining time less
-// the overhead (what the GUI and the pipes lose per move), shared over the moves to go (30 when 0)
-// with three quarters of the increment, and never more than half of what is left, so that a last
-// move before the time control or a nearly spent clock keeps a safe share; at least 1 ms.
+// the overhead (what the GUI and the pipes lose per move), shared over the moves to go and one
+// more (30 when none are given) with three quarters of the increment, and never more than a third
+// of what is left, so that a last move before the time control or a nearly spent clock keeps a
+// safe share against a machine that stalls the engine now and then; at least 1 ms.
 // `soft` receives the time after which no new iteration starts.
 std::int64_t tournament_budget(std::int64_t remaining, std::int64_t increment,
     std::int64_t moves_to_go, std::int64_t overhead, std::int64_t *soft);
