@@ -90,7 +90,7 @@ void read_fixed_go(const Dialect &d, const char *line, SearchLimits *limits)
     limits->timed = active != 0;
 }
 
-// The words of a standard go line that take a number, in the order of GoNumbers' fields.
+// The words of a standard go line that take a number: indexes into the reader's values.
 enum { depth, nodes, movetime, mate, wtime, btime, winc, binc, movestogo, number_words };
 constexpr const char *number_names[number_words]
     = { "depth", "nodes", "movetime", "mate", "wtime", "btime", "winc", "binc", "movestogo" };
@@ -112,11 +112,12 @@ void note(Notes *notes, const char *format, ...)
     // A line full of faults is named as far as one line holds.
     if (notes->length > int(sizeof notes->text) - 200) return;
     if (notes->length > 0) notes->text[notes->length++] = ';';
+    const std::size_t room = sizeof notes->text - std::size_t(notes->length);
     va_list arguments;
     va_start(arguments, format);
-    notes->length += std::vsnprintf(notes->text + notes->length,
-        sizeof notes->text - std::size_t(notes->length), format, arguments);
+    const int written = std::vsnprintf(notes->text + notes->length, room, format, arguments);
     va_end(arguments);
+    if (written > 0) notes->length += std::size_t(written) < room ? written : int(room) - 1;
 }
 
 // The standard dialect's reading: every limit given holds; without any the search runs until
