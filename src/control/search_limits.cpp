@@ -38,7 +38,7 @@ std::int64_t clock_budget(std::int64_t remaining, std::int64_t increment, std::i
 {
     std::int64_t budget
         = remaining / (moves_to_go > 0 ? moves_to_go : default_moves_to_go) + increment * 8 / 10;
-    if (budget < 20) budget = 20;
+    if (budget < least_clock_budget_ms) budget = least_clock_budget_ms;
     if (budget >= remaining - 9) budget = remaining - clock_margin_ms;
     if (budget > ceiling) budget = ceiling;
     if (budget < floor) budget = floor;

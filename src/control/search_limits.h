@@ -33,7 +33,7 @@ extern std::int32_t ponder_budget_ms;
 extern std::int32_t waits_for_stop;
 
 constexpr int default_depth = 6, default_time_ms = 10000;
-constexpr int default_moves_to_go = 30, clock_margin_ms = 10;
+constexpr int default_moves_to_go = 30, clock_margin_ms = 10, least_clock_budget_ms = 20;
 
 // Starts the deadline of a search within `limits`: clears search_stop, notes the start and the
 // node counter.

@@ -283,12 +283,12 @@ void set_tree_rules(const Dialect &d)
     rules.empty_line_for_draws = d.standard;
 }
 
-void keep_root_moves(MoveList *list)
+void keep_root_moves(MoveList *list, const Move *moves, int count)
 {
     int kept = 0;
     for (int i = 0; i < list->count; i++)
-        for (int j = 0; j < root_move_count; j++)
-            if (same_move(list->moves[i], root_moves[j])) {
+        for (int j = 0; j < count; j++)
+            if (same_move(list->moves[i], moves[j])) {
                 list->moves[kept++] = list->moves[i];
                 break;
             }
@@ -403,7 +403,7 @@ std::int32_t alpha_beta_with(Board board, std::int32_t depth, std::int32_t alpha
     MoveList list;
     list.count = 0;
     legal_moves<s>(board, &list);
-    if (ply == 0 && root_move_count >= 0) keep_root_moves(&list);
+    if (ply == 0 && root_move_count >= 0) keep_root_moves(&list, root_moves, root_move_count);
 
     // Step 11. Nothing to search: checkmate or stalemate, or a forced reply at the root, which is
     // played without a search.

@@ -28,8 +28,9 @@ extern std::int32_t root_unsteered_score;
 // table's mate scores count from their node (a table kept from search to search) or from the
 // root, whether the root trusts its own table entry, and whether a single reply is searched.
 void set_tree_rules(const Dialect &dialect);
-// Keeps the moves of `list` that stand in root_moves, in their order in the list.
-void keep_root_moves(MoveList *list);
+// Keeps the moves of `list` that stand among the `count` words of `moves`, in their order in the
+// list.
+void keep_root_moves(MoveList *list, const Move *moves, int count);
 
 // Score of `board` for its side to move, with the shortcuts `s`. `depth` is the remaining depth
 // (never negative), `key` the Zobrist key of `board`, `parent_ply` the caller's ply (-1 at the

@@ -7,8 +7,7 @@
 struct bench_position {
     const char *fen;
     int depth;
-    std::uint64_t
-        nodes; // alpha-beta nodes of the whole search, all iterations, as pinned (16 MiB table)
+    std::uint64_t nodes; // alpha-beta nodes of the whole search, all iterations (16 MiB table)
 };
 
 // A change of any pinned count is a change of the search's behaviour.

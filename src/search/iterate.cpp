@@ -81,10 +81,7 @@ template <Shortcuts s> bool root_candidates(const SearchRequest &request, MoveLi
     legal_moves<s>(current_board, list);
     if (request.root_move_count < 0) return true;
     MoveList kept = *list;
-    root_move_count = request.root_move_count;
-    std::memcpy(root_moves, request.root_moves, sizeof root_moves);
-    keep_root_moves(&kept);
-    root_move_count = -1;
+    keep_root_moves(&kept, request.root_moves, request.root_move_count);
     if (kept.count == 0 || kept.count == list->count) return true;
     *list = kept;
     return false;
